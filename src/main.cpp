@@ -1,0 +1,50 @@
+#include "platform/Platform.h"
+#include "platform/qt/BuildVersionInfo.h"
+#include "platform/qt/DesktopUrlOpener.h"
+#include "platform/qt/ExecutableDirectory.h"
+#include "platform/qt/ExitProgramEnd.h"
+#include "platform/qt/LockFileInstanceGuard.h"
+#include "platform/qt/PulseSoundPlayer.h"
+#include "platform/qt/QtColourPicker.h"
+#include "platform/qt/QtFileSystem.h"
+#include "platform/qt/QtInputBox.h"
+#include "platform/qt/QtMessageBox.h"
+#include "platform/qt/QtPictureLoader.h"
+#include "platform/qt/QtTrayIcon.h"
+#include "platform/qt/SystemClock.h"
+#include "shell/AppIcon.h"
+#include "shell/mdiAlarmClock.h"
+
+#include <QApplication>
+
+int main(int argc, char *argv[])
+{
+    QApplication app(argc, argv);
+    app.setApplicationName(QStringLiteral("alarmclock"));
+    app.setApplicationDisplayName(QStringLiteral("Quorvel Alarm Clock"));
+    app.setApplicationVersion(QStringLiteral(ALARMCLOCK_VERSION));
+    // The window may live only as a tray icon; only Exit ends the program.
+    app.setQuitOnLastWindowClosed(false);
+    const QIcon icon = makeAppIcon();
+    app.setWindowIcon(icon);
+
+    QtMessageBox messages;
+    QtInputBox input;
+    PulseSoundPlayer sound;
+    QtTrayIcon tray(icon);
+    DesktopUrlOpener browser;
+    QtColourPicker colours;
+    SystemClock clock;
+    QtFileSystem files;
+    ExecutableDirectory appDir;
+    LockFileInstanceGuard instance;
+    BuildVersionInfo version;
+    ExitProgramEnd end;
+    QtPictureLoader pictures;
+    const Platform platform{messages, input,  sound,    tray, browser, colours, clock,
+                            files,    appDir, instance, version, end,  pictures};
+
+    mdiAlarmClock window(platform);
+    window.MDIForm_Load();
+    return app.exec();
+}

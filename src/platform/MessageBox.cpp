@@ -1,0 +1,9 @@
+#include "platform/MessageBox.h"
+#include "platform/AppError.h"
+
+void showErrorBox(MessageBox &box, const QString &routine, const AppError &error)
+{
+    box.show(routine + QStringLiteral("\r\n") + QString::number(error.number) + QStringLiteral("\r\n")
+                 + error.description,
+             MsgButtons::Ok, MsgIcon::None, QStringLiteral("ERROR"));
+}

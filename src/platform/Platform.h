@@ -1,0 +1,33 @@
+#pragma once
+
+class MessageBox;
+class InputBox;
+class SoundPlayer;
+class TrayIcon;
+class UrlOpener;
+class ColourPicker;
+class Clock;
+class FileSystem;
+class AppDirectory;
+class InstanceGuard;
+class VersionInfo;
+class ProgramEnd;
+class PictureLoader;
+
+// The platform services a window may use, handed to it at construction. The
+// program owns one real set (main.cpp); tests own a set of fakes.
+struct Platform {
+    MessageBox &messages;
+    InputBox &input;
+    SoundPlayer &sound;
+    TrayIcon &tray;
+    UrlOpener &browser;
+    ColourPicker &colours;
+    Clock &clock;
+    FileSystem &files;
+    AppDirectory &appDir;
+    InstanceGuard &instance;
+    VersionInfo &version;
+    ProgramEnd &end;
+    PictureLoader &pictures;
+};

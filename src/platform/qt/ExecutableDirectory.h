@@ -1,0 +1,8 @@
+#pragma once
+
+#include "platform/AppDirectory.h"
+
+class ExecutableDirectory : public AppDirectory {
+public:
+    QString path() const override;
+};

@@ -1,0 +1,36 @@
+#include "platform/qt/LockFileInstanceGuard.h"
+
+#include <QCoreApplication>
+#include <QCryptographicHash>
+#include <QDir>
+#include <QStandardPaths>
+
+QString LockFileInstanceGuard::defaultLockPath()
+{
+    QString folder = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
+    if (folder.isEmpty() || !QDir().mkpath(folder))
+        folder = QDir::tempPath();
+    const QByteArray hash = QCryptographicHash::hash(QCoreApplication::applicationFilePath().toUtf8(),
+                                                     QCryptographicHash::Sha256)
+                                .toHex()
+                                .left(16);
+    return QDir(folder).filePath(QStringLiteral("quorvel-alarmclock-%1.lock").arg(QString::fromLatin1(hash)));
+}
+
+LockFileInstanceGuard::LockFileInstanceGuard() : LockFileInstanceGuard(defaultLockPath()) {}
+
+LockFileInstanceGuard::LockFileInstanceGuard(const QString &lockPath) : m_path(lockPath), m_lock(lockPath)
+{
+    // Age alone never makes a lock stale; Qt still takes over a lock whose
+    // owning process no longer exists.
+    m_lock.setStaleLockTime(0);
+}
+
+bool LockFileInstanceGuard::previousInstanceRunning()
+{
+    if (m_lock.isLocked() || m_lock.tryLock(0))
+        return false;
+    // Only a lock held by someone else counts; an unwritable folder must not
+    // keep the program from starting.
+    return m_lock.error() == QLockFile::LockFailedError;
+}

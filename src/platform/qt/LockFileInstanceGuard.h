@@ -1,0 +1,27 @@
+#pragma once
+
+#include "platform/InstanceGuard.h"
+
+#include <QLockFile>
+#include <QString>
+
+// One running copy per executable file, through a lock file in the user's
+// runtime folder. A lock whose owner died is taken over; a live owner's lock
+// never goes stale, however long it has been held.
+class LockFileInstanceGuard : public InstanceGuard {
+public:
+    LockFileInstanceGuard();
+    explicit LockFileInstanceGuard(const QString &lockPath);
+
+    bool previousInstanceRunning() override;
+
+    QString lockPath() const { return m_path; }
+
+    // The lock file this executable uses: named after a hash of its full
+    // path, so copies in different folders do not block each other.
+    static QString defaultLockPath();
+
+private:
+    QString m_path;
+    QLockFile m_lock;
+};

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "platform/SoundPlayer.h"
+
+#include <list>
+#include <memory>
+
+// Plays sound files through PulseAudio. play() keeps the caller's event loop
+// turning (timers, clicks, even another play()) until its own sound has ended.
+class PulseSoundPlayer : public SoundPlayer {
+public:
+    PulseSoundPlayer();
+    ~PulseSoundPlayer() override;
+    PulseSoundPlayer(const PulseSoundPlayer &) = delete;
+    PulseSoundPlayer &operator=(const PulseSoundPlayer &) = delete;
+
+    void play(const QString &path) override;
+    void beep() override;
+
+private:
+    struct Playback;
+    // Plays whose worker thread has not been joined yet.
+    std::list<std::shared_ptr<Playback>> m_playbacks;
+
+    void reapFinished();
+};

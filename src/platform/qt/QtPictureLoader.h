@@ -1,0 +1,8 @@
+#pragma once
+
+#include "platform/PictureLoader.h"
+
+class QtPictureLoader : public PictureLoader {
+public:
+    bool setBackground(QWidget *window, const QString &path) override;
+};

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QIcon>
+#include <QImage>
+
+// The program's icon, an alarm clock, painted at run time so no picture file
+// has to ship with the program.
+
+// One square rendering with a transparent background.
+QImage drawAppIcon(int size);
+
+// The icon at the sizes desktops and trays ask for.
+QIcon makeAppIcon();

@@ -1,0 +1,117 @@
+#pragma once
+
+#include "data/Database.h"
+#include "data/ProgramSettings.h"
+#include "platform/Platform.h"
+#include "shell/ShellLink.h"
+#include "table/AlarmState.h"
+
+#include <QMainWindow>
+#include <QPointer>
+
+class QAction;
+class QMdiArea;
+class QMdiSubWindow;
+class QMenu;
+class frmAlarmClock;
+
+// The main window: menu bar, tray icon, start-up and shutdown. It holds the
+// table window and opens the secondary windows.
+class mdiAlarmClock : public QMainWindow, public ShellLink {
+    Q_OBJECT
+public:
+    explicit mdiAlarmClock(const Platform &platform, QWidget *parent = nullptr);
+    ~mdiAlarmClock() override;
+
+    // Start-up and shutdown.
+    void MDIForm_Load();
+    void MDIForm_Unload();
+    void subStartupFileCheck();
+    void subShowWindows();
+    void subAlarmclockCaption();
+    void subSetDonotAskAnyMoreQuestions();
+    bool isUnloaded() const { return m_unloaded; }
+
+    // Menu commands.
+    void mnuAlarmClock_Click();
+    void mnuCancelMenu_Click();
+    void mnuExit_Click();
+
+    // Tray.
+    void trayMouseMessage(int message);
+
+    // ShellLink
+    void setMenuPair(MenuPair pair, bool on) override;
+    bool questionsLimited() const override;
+    void subMinimizeToTray(bool bHideForm, const QString &zMessage) override;
+    void subRemoveTrayIcon() override;
+    void restoreMainWindow() override;
+    void subResetMainWindowSize() override;
+    void subUnloadSecondaryForms() override;
+    void maximizeTableWindow() override;
+    void subApplyMDIProgramSettings() override;
+    QWidget *mainPictureTarget() override;
+
+    frmAlarmClock *tableWindow() const { return m_table; }
+    QMdiSubWindow *tableSubWindow() const { return m_tableSub; }
+    AlarmState &state() { return m_state; }
+    Database &database() { return m_db; }
+    ProgramSettings &settings() { return m_settings; }
+
+    // The menu tree, by control name.
+    QMenu *mnuProgram = nullptr;
+    QAction *mnuAlarmClock = nullptr;
+    QAction *mnuCancelMenu = nullptr;
+    QAction *mnuExit = nullptr;
+    QMenu *mnuUtilities = nullptr;
+    QMenu *mnuSound = nullptr;
+    QAction *mnuSoundOn = nullptr;
+    QAction *mnuSoundOff = nullptr;
+    QMenu *mnuOnAlarmPopupForm = nullptr;
+    QAction *mnuPopupFormOn = nullptr;
+    QAction *mnuPopupFormOff = nullptr;
+    QMenu *mnuTimeRow = nullptr;
+    QAction *mnuActivateTimeRow = nullptr;
+    QAction *mnuDeactivateTimeRow = nullptr;
+    QMenu *mnuMinimizeToTray = nullptr;
+    QAction *mnuMinimizedToTrayOn = nullptr;
+    QAction *mnuMinimizedToTrayOff = nullptr;
+    QAction *mnuMinimizeToTrayNow = nullptr;
+    QAction *mnuChangeProgramName = nullptr;
+    QAction *mnuDonotAskAnyMoreQuestions = nullptr;
+    QMenu *mnuColors = nullptr;
+    QAction *mnuColorRegular = nullptr;
+    QAction *mnuColorMatrix = nullptr;
+    QAction *mnuColorCustom = nullptr;
+    QAction *mnuColorCustomModify = nullptr;
+    QMenu *mnuHelp = nullptr;
+    QAction *mnuAbout = nullptr;
+    QAction *mnuLegend = nullptr;
+    QMenu *mnuAdminMode = nullptr;
+    QAction *mnuTables = nullptr;
+
+    // The secondary windows that the close sequence unloads, in its order.
+    QPointer<QWidget> frmLegend;
+    QPointer<QWidget> frmAbout;
+    QPointer<QWidget> frmEditURL;
+    QPointer<QWidget> frmEditWAVEFileNamePath;
+    QPointer<QWidget> frmCustomColors;
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+    void changeEvent(QEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void buildMenus();
+    void checkColourCommand(int scheme);
+
+    const Platform &m_platform;
+    Database m_db;
+    ProgramSettings m_settings;
+    AlarmState m_state;
+    QMdiArea *m_mdiArea = nullptr;
+    frmAlarmClock *m_table = nullptr;
+    QMdiSubWindow *m_tableSub = nullptr;
+    bool m_unloaded = false;
+};

@@ -1,0 +1,7 @@
+#include "fakes/FakeColourPicker.h"
+
+std::optional<qint32> FakeColourPicker::pick(qint32 startColour)
+{
+    startColours.append(startColour);
+    return answer;
+}

@@ -1,0 +1,7 @@
+#include "fakes/FakeInstanceGuard.h"
+
+bool FakeInstanceGuard::previousInstanceRunning()
+{
+    ++calls;
+    return running;
+}

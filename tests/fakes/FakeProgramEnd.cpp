@@ -1,0 +1,7 @@
+#include "fakes/FakeProgramEnd.h"
+
+void FakeProgramEnd::endProgram()
+{
+    ended = true;
+    throw ProgramEnded();
+}

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "platform/SoundPlayer.h"
+
+#include <QStringList>
+#include <functional>
+
+class FakeSoundPlayer : public SoundPlayer {
+public:
+    QStringList played;
+    int beeps = 0;
+    // Runs inside play(), as if the sound were still playing.
+    std::function<void(const QString &path)> onPlay;
+
+    void play(const QString &path) override;
+    void beep() override;
+};

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "platform/UrlOpener.h"
+
+#include <QStringList>
+
+class FakeUrlOpener : public UrlOpener {
+public:
+    QStringList opened;
+    bool result = true;
+
+    bool open(const QString &address) override;
+};
