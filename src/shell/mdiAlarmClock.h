@@ -106,7 +106,8 @@ private:
     void buildMenus();
     void checkColourCommand(int scheme);
 
-    const Platform &m_platform;
+    // A copy: the aggregate only holds references to services that outlive the window.
+    const Platform m_platform;
     Database m_db;
     ProgramSettings m_settings;
     AlarmState m_state;

@@ -144,7 +144,8 @@ private:
     bool askYesNo(const QString &title, const QString &text);
     int rowOf(QObject *control) const;
 
-    const Platform &m_platform;
+    // A copy: the aggregate only holds references to services that outlive the window.
+    const Platform m_platform;
     Database &m_db;
     ProgramSettings &m_settings;
     AlarmState &m_state;
