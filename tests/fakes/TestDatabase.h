@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+
+// A connection of the test's own on a database file, to arrange records
+// before the program runs and to look at what it stored.
+class TestDatabase {
+public:
+    explicit TestDatabase(const QString &path, const QString &name = QStringLiteral("test-peek")) : m_name(name)
+    {
+        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_name);
+        db.setDatabaseName(path);
+        db.open();
+    }
+    ~TestDatabase() { QSqlDatabase::removeDatabase(m_name); }
+    TestDatabase(const TestDatabase &) = delete;
+    TestDatabase &operator=(const TestDatabase &) = delete;
+
+    bool exec(const QString &sql, const QVariantList &values = {})
+    {
+        QSqlQuery q(QSqlDatabase::database(m_name));
+        q.prepare(sql);
+        for (const QVariant &v : values)
+            q.addBindValue(v);
+        return q.exec();
+    }
+    // The first column of the first row, or an invalid value.
+    QVariant value(const QString &sql)
+    {
+        QSqlQuery q(QSqlDatabase::database(m_name));
+        if (!q.exec(sql) || !q.next())
+            return QVariant();
+        return q.value(0);
+    }
+    // Every row's columns joined with "|", in query order.
+    QStringList rows(const QString &sql)
+    {
+        QStringList out;
+        QSqlQuery q(QSqlDatabase::database(m_name));
+        if (!q.exec(sql))
+            return {QStringLiteral("<error>")};
+        while (q.next()) {
+            QStringList cols;
+            for (int i = 0; i < q.record().count(); ++i)
+                cols << (q.value(i).isNull() ? QStringLiteral("NULL") : q.value(i).toString());
+            out << cols.join(u'|');
+        }
+        return out;
+    }
+
+private:
+    QString m_name;
+};
