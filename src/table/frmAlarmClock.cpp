@@ -255,6 +255,9 @@ void frmAlarmClock::buildControls()
             grid->addWidget(w, r, c++);
     }
     grid->setColumnStretch(4, 1);
+    // Airy rows at the standard size, rather than a gap under a tight grid.
+    for (int r = 1; r <= kAlarmRows; ++r)
+        grid->setRowMinimumHeight(r, 33);
     outer->addLayout(grid);
     outer->addStretch(1);
 
@@ -332,6 +335,8 @@ void frmAlarmClock::buildControls()
     tmrAlarmClock->setTimerType(Qt::PreciseTimer);
     tmrAlarmSound = new QTimer(this);
     tmrAlarmSound->setObjectName(QStringLiteral("tmrAlarmSound"));
+    // Coarse timers may fire 5 % early; the plays are meant to be 15 s apart.
+    tmrAlarmSound->setTimerType(Qt::PreciseTimer);
     tmrAlarmSoundFlash = new QTimer(this);
     tmrAlarmSoundFlash->setObjectName(QStringLiteral("tmrAlarmSoundFlash"));
     tmrAlarmSoundFlash->setInterval(300);
@@ -465,6 +470,9 @@ void frmAlarmClock::Form_Load()
     cmdSnooze->setVisible(false);
     armClockTimer();
     subApplyAlarmClockFormProgramSettings();
+    // Start where a user begins: the first row's date, not a time-row box
+    // (entering one of those clears its "0").
+    txtACDate[0]->setFocus(Qt::OtherFocusReason);
 }
 
 void frmAlarmClock::Form_Resize(int windowState)
