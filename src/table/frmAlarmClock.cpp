@@ -257,7 +257,7 @@ void frmAlarmClock::buildControls()
     grid->setColumnStretch(4, 1);
     // Airy rows at the standard size, rather than a gap under a tight grid.
     for (int r = 1; r <= kAlarmRows; ++r)
-        grid->setRowMinimumHeight(r, 33);
+        grid->setRowMinimumHeight(r, 32);
     outer->addLayout(grid);
     outer->addStretch(1);
 
