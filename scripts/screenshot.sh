@@ -1,9 +1,11 @@
 #!/usr/bin/env bash
 # Starts the staged program under a private Xvfb (with a tray host when one is
 # installed), waits, and saves a screenshot of the whole screen.
-#   scripts/screenshot.sh APP_DIR OUT.png [SECONDS] [-- extra commands run with DISPLAY set]
+#   scripts/screenshot.sh APP_DIR OUT.png [SECONDS] [COMMAND]
+# COMMAND (one shell string, e.g. xdotool clicks) runs with DISPLAY set after
+# the wait, before the picture is taken.
 set -euo pipefail
-app_dir=$1; out=$2; wait_s=${3:-3}
+app_dir=$1; out=$2; wait_s=${3:-3}; actions=${4:-}
 display=":$((90 + RANDOM % 400))"
 runtime=$(mktemp -d)
 Xvfb "$display" -screen 0 1024x768x24 -nolisten tcp >/dev/null 2>&1 &
@@ -20,5 +22,9 @@ fi
 "$app_dir/alarmclock" >/dev/null 2>&1 &
 app=$!
 sleep "$wait_s"
+if [ -n "$actions" ]; then
+    bash -c "$actions"
+    sleep 1
+fi
 import -window root "$out"
 echo "saved $out"

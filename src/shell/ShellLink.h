@@ -7,6 +7,9 @@ class QWidget;
 // The menu entries that mirror the table window's four switches.
 enum class MenuPair { Sound, PopupForm, TimeRow, MinimizeToTray };
 
+// The windows the main window opens beside the table.
+enum class SecondaryForm { Legend, About, EditURL, EditWAVEFileNamePath, CustomColors, Tables };
+
 // What the table window and the secondary windows ask of the main window.
 class ShellLink {
 public:
@@ -28,6 +31,14 @@ public:
     virtual void subApplyMDIProgramSettings() = 0;
     // The widget that shows the main window's background picture.
     virtual QWidget *mainPictureTarget() = 0;
+    // Checks exactly one colour command (Regular 0, Matrix 1, Custom 2).
+    virtual void setColourMarks(int scheme) { (void)scheme; }
+    // Shows a secondary window, loading it first when it is not open.
+    virtual QWidget *showForm(SecondaryForm form)
+    {
+        (void)form;
+        return nullptr;
+    }
 
     // What every secondary window does when it closes.
     void closeSequence()

@@ -3,11 +3,14 @@
 #include "platform/AppDirectory.h"
 #include "platform/AppError.h"
 #include "platform/FileSystem.h"
+#include "platform/InputBox.h"
 #include "platform/InstanceGuard.h"
 #include "platform/MessageBox.h"
 #include "platform/ProgramEnd.h"
 #include "platform/TrayIcon.h"
+#include "shell/SecondaryForms.h"
 #include "shell/TrayTip.h"
+#include "table/ValueConversions.h"
 #include "table/frmAlarmClock.h"
 
 #include <QAction>
@@ -23,6 +26,16 @@
 #include <QTimer>
 
 namespace {
+
+// One step of a routine that ignores any error and goes on with its next step.
+template <typename Step>
+void resumeNext(Step step)
+{
+    try {
+        step();
+    } catch (const AppError &) {
+    }
+}
 
 // A checked mark changes only when a handler sets it, never by itself when
 // the command is chosen: undo the toggle Qt makes before the handler runs.
@@ -76,21 +89,32 @@ mdiAlarmClock::mdiAlarmClock(const Platform &platform, QWidget *parent)
 
     m_table = new frmAlarmClock(platform, m_db, m_settings, m_state, *this);
     m_tableSub = m_mdiArea->addSubWindow(m_table);
+    m_forms = std::make_unique<SecondaryForms>(platform, m_db, m_settings, m_state, *this, *m_table);
     m_tableSub->setObjectName(QStringLiteral("frmAlarmClockWindow"));
     // No title of its own: a maximized child would append it to the main
     // window's caption, which must read exactly the program's name.
     m_tableSub->hide();
     connect(m_tableSub, &QMdiSubWindow::windowStateChanged, this,
-            [this](Qt::WindowStates, Qt::WindowStates now) { m_table->Form_Resize(windowStateCode(now)); });
+            [this](Qt::WindowStates, Qt::WindowStates now) {
+                // The MDI area also reports its children when the main window
+                // hides or minimizes; that is no resize of the table window,
+                // and must not overwrite the minimized state the tray relies on.
+                if (!isVisible() || isMinimized())
+                    return;
+                m_table->Form_Resize(windowStateCode(now));
+            });
 
     platform.tray.setMouseHandler([this](int message) { trayMouseMessage(message); });
 }
 
 mdiAlarmClock::~mdiAlarmClock()
 {
-    // Closing the children below must not call back into a half-destroyed window.
+    // The windows that hold references into this one go first, while
+    // everything they may call back into is still whole.
     m_tableSub->disconnect(this);
     m_platform.tray.setMouseHandler({});
+    m_forms.reset();
+    delete m_tableSub;
 }
 
 void mdiAlarmClock::buildMenus()
@@ -102,7 +126,6 @@ void mdiAlarmClock::buildMenus()
         menu->menuAction()->setObjectName(QLatin1String(name));
         return menu;
     };
-    auto none = [] {};
 
     mnuProgram = top("mnuProgram", QStringLiteral("Program"));
     mnuAlarmClock = addCommand(mnuProgram, "mnuAlarmClock", QStringLiteral("Alarm Clock"), false, false,
@@ -113,41 +136,53 @@ void mdiAlarmClock::buildMenus()
 
     mnuUtilities = top("mnuUtilities", QStringLiteral("Utilities"));
     mnuSound = addSubMenu(mnuUtilities, "mnuSound", QStringLiteral("Sound"));
-    mnuSoundOn = addCommand(mnuSound, "mnuSoundOn", QStringLiteral("Sound On"), true, true, none);
-    mnuSoundOff = addCommand(mnuSound, "mnuSoundOff", QStringLiteral("Sound Off"), true, false, none);
+    mnuSoundOn = addCommand(mnuSound, "mnuSoundOn", QStringLiteral("Sound On"), true, true,
+                            [this] { mnuSoundOn_Click(); });
+    mnuSoundOff = addCommand(mnuSound, "mnuSoundOff", QStringLiteral("Sound Off"), true, false,
+                             [this] { mnuSoundOff_Click(); });
     mnuOnAlarmPopupForm = addSubMenu(mnuUtilities, "mnuOnAlarmPopupForm", QStringLiteral("On Alarm Popup Form"));
-    mnuPopupFormOn = addCommand(mnuOnAlarmPopupForm, "mnuPopupFormOn", QStringLiteral("Popup Form On"), true, false, none);
-    mnuPopupFormOff =
-        addCommand(mnuOnAlarmPopupForm, "mnuPopupFormOff", QStringLiteral("Popup Form Off"), true, true, none);
+    mnuPopupFormOn = addCommand(mnuOnAlarmPopupForm, "mnuPopupFormOn", QStringLiteral("Popup Form On"), true, false,
+                                [this] { mnuPopupFormOn_Click(); });
+    mnuPopupFormOff = addCommand(mnuOnAlarmPopupForm, "mnuPopupFormOff", QStringLiteral("Popup Form Off"), true,
+                                 true, [this] { mnuPopupFormOff_Click(); });
     mnuTimeRow = addSubMenu(mnuUtilities, "mnuTimeRow", QStringLiteral("Time Row"));
-    mnuActivateTimeRow =
-        addCommand(mnuTimeRow, "mnuActivateTimeRow", QStringLiteral("Activate Time Row"), true, false, none);
-    mnuDeactivateTimeRow =
-        addCommand(mnuTimeRow, "mnuDeactivateTimeRow", QStringLiteral("Deactivate Time Row"), true, true, none);
+    mnuActivateTimeRow = addCommand(mnuTimeRow, "mnuActivateTimeRow", QStringLiteral("Activate Time Row"), true,
+                                    false, [this] { mnuActivateTimeRow_Click(); });
+    mnuDeactivateTimeRow = addCommand(mnuTimeRow, "mnuDeactivateTimeRow", QStringLiteral("Deactivate Time Row"),
+                                      true, true, [this] { mnuDeactivateTimeRow_Click(); });
     mnuMinimizeToTray = addSubMenu(mnuUtilities, "mnuMinimizeToTray", QStringLiteral("Minimize To Tray"));
     mnuMinimizedToTrayOn = addCommand(mnuMinimizeToTray, "mnuMinimizedToTrayOn",
-                                      QStringLiteral("Minimize To Tray Allowed"), true, true, none);
+                                      QStringLiteral("Minimize To Tray Allowed"), true, true,
+                                      [this] { mnuMinimizedToTrayOn_Click(); });
     mnuMinimizedToTrayOff = addCommand(mnuMinimizeToTray, "mnuMinimizedToTrayOff",
-                                       QStringLiteral("Minimized To Tray Disabled"), true, false, none);
-    mnuMinimizeToTrayNow =
-        addCommand(mnuMinimizeToTray, "mnuMinimizeToTrayNow", QStringLiteral("Minimize To Tray Now"), false, false, none);
-    mnuChangeProgramName =
-        addCommand(mnuUtilities, "mnuChangeProgramName", QStringLiteral("Change Program Name"), false, false, none);
-    mnuDonotAskAnyMoreQuestions = addCommand(mnuUtilities, "mnuDonotAskAnyMoreQuestions",
-                                             QStringLiteral("Limit Application Questions Asked"), true, false, none);
+                                       QStringLiteral("Minimized To Tray Disabled"), true, false,
+                                       [this] { mnuMinimizedToTrayOff_Click(); });
+    mnuMinimizeToTrayNow = addCommand(mnuMinimizeToTray, "mnuMinimizeToTrayNow",
+                                      QStringLiteral("Minimize To Tray Now"), false, false,
+                                      [this] { mnuMinimizeToTrayNow_Click(); });
+    mnuChangeProgramName = addCommand(mnuUtilities, "mnuChangeProgramName", QStringLiteral("Change Program Name"),
+                                      false, false, [this] { mnuChangeProgramName_Click(); });
+    mnuDonotAskAnyMoreQuestions =
+        addCommand(mnuUtilities, "mnuDonotAskAnyMoreQuestions", QStringLiteral("Limit Application Questions Asked"),
+                   true, false, [this] { mnuDonotAskAnyMoreQuestions_Click(); });
     mnuColors = addSubMenu(mnuUtilities, "mnuColors", QStringLiteral("Colors"));
-    mnuColorRegular = addCommand(mnuColors, "mnuColorRegular", QStringLiteral("Regular"), true, true, none);
-    mnuColorMatrix = addCommand(mnuColors, "mnuColorMatrix", QStringLiteral("Matrix"), true, false, none);
-    mnuColorCustom = addCommand(mnuColors, "mnuColorCustom", QStringLiteral("Custom"), true, false, none);
-    mnuColorCustomModify =
-        addCommand(mnuColors, "mnuColorCustomModify", QStringLiteral("Modify Custom Colors"), false, false, none);
+    mnuColorRegular = addCommand(mnuColors, "mnuColorRegular", QStringLiteral("Regular"), true, true,
+                                 [this] { mnuColorRegular_Click(); });
+    mnuColorMatrix = addCommand(mnuColors, "mnuColorMatrix", QStringLiteral("Matrix"), true, false,
+                                [this] { mnuColorMatrix_Click(); });
+    mnuColorCustom = addCommand(mnuColors, "mnuColorCustom", QStringLiteral("Custom"), true, false,
+                                [this] { mnuColorCustom_Click(); });
+    mnuColorCustomModify = addCommand(mnuColors, "mnuColorCustomModify", QStringLiteral("Modify Custom Colors"),
+                                      false, false, [this] { mnuColorCustomModify_Click(); });
 
     mnuHelp = top("mnuHelp", QStringLiteral("Help"));
-    mnuAbout = addCommand(mnuHelp, "mnuAbout", QStringLiteral("About"), false, false, none);
-    mnuLegend = addCommand(mnuHelp, "mnuLegend", QStringLiteral("Legend"), false, false, none);
+    mnuAbout = addCommand(mnuHelp, "mnuAbout", QStringLiteral("About"), false, false, [this] { mnuAbout_Click(); });
+    mnuLegend =
+        addCommand(mnuHelp, "mnuLegend", QStringLiteral("Legend"), false, false, [this] { mnuLegend_Click(); });
 
     mnuAdminMode = top("mnuAdminMode", QStringLiteral("Administration Mode"));
-    mnuTables = addCommand(mnuAdminMode, "mnuTables", QStringLiteral("Tables"), false, false, none);
+    mnuTables =
+        addCommand(mnuAdminMode, "mnuTables", QStringLiteral("Tables"), false, false, [this] { mnuTables_Click(); });
     mnuAdminMode->menuAction()->setVisible(false);
 }
 
@@ -239,12 +274,72 @@ void mdiAlarmClock::subSetDonotAskAnyMoreQuestions()
 
 void mdiAlarmClock::subAlarmclockCaption()
 {
-    const QString name = m_settings.subReturnAlarmclockName();
-    setWindowTitle(name);
-    // Shown as typed: an ampersand in a name is not a keyboard accelerator.
-    mnuAlarmClock->setText(QString(name).replace(u'&', QStringLiteral("&&")));
-    subRemoveTrayIcon();
-    subMinimizeToTray(false, QString());
+    try {
+        const QString name = m_settings.subReturnAlarmclockName();
+        setWindowTitle(name);
+        // Shown as typed: an ampersand in a name is not a keyboard accelerator.
+        mnuAlarmClock->setText(QString(name).replace(u'&', QStringLiteral("&&")));
+        subRemoveTrayIcon();
+        subMinimizeToTray(false, QString());
+    } catch (const AppError &e) {
+        showErrorBox(m_platform.messages, QStringLiteral("subAlarmclockCaption"), e);
+    }
+}
+
+void mdiAlarmClock::subAlarmclockCaptionModify()
+{
+    const QString tableName = QStringLiteral("tblprogramsetting");
+    constexpr qsizetype kLongestName = 50;
+    try {
+        QString name;
+        for (;;) {
+            // An empty table suggests the classic name, not the stored default.
+            QString suggestion = QStringLiteral("Alarm Clock");
+            {
+                Recordset current = m_db.MyDB().openTable(tableName);
+                if (!current.eof()) {
+                    current.moveFirst();
+                    suggestion = textValue(windowTitle());
+                    current.close();
+                }
+            }
+            name = textValue(m_platform.input.ask(QStringLiteral("TYPE THE NAME OF YOUR PROGRAM:"),
+                                                  QStringLiteral("MODIFY PROGRAM NAME"), suggestion));
+            if (name.size() <= kLongestName)
+                break;
+            // Only shows where the cut would fall; the user types the name again.
+            m_platform.messages.show(
+                QStringLiteral("Your program name can only be 50 characters long, here is where it will truncate:")
+                    + QStringLiteral("\r\n") + name.left(kLongestName),
+                MsgButtons::Ok, MsgIcon::Critical,
+                QStringLiteral("OOPS! YOUR PROGRAM NAME IS TOO LONG, Please Try Again..."));
+        }
+
+        if (!name.isEmpty()) {
+            {
+                Recordset existing = m_db.MyDB().openTable(tableName);
+                if (existing.eof()) {
+                    existing.addNew();
+                    existing.setField(QStringLiteral("strprogramname"), QStringLiteral("Alarm Clock"));
+                    existing.update();
+                    existing.close();
+                }
+            }
+            Recordset record = m_db.MyDB().openTable(tableName);
+            record.moveFirst();
+            record.edit();
+            setWindowTitle(name);
+            // Stored as the window shows it.
+            record.setField(QStringLiteral("strprogramname"), textValue(windowTitle()));
+            record.update();
+            record.close();
+        }
+
+        subRemoveTrayIcon();
+        subAlarmclockCaption();
+    } catch (const AppError &e) {
+        showErrorBox(m_platform.messages, QStringLiteral("subAlarmclockCaptionModify"), e);
+    }
 }
 
 void mdiAlarmClock::subApplyMDIProgramSettings()
@@ -283,14 +378,9 @@ void mdiAlarmClock::MDIForm_Unload()
     m_unloaded = true;
     m_db.MyDBClose();
     subRemoveTrayIcon();
-    // Every open window of the program, the last opened first.
-    const QList<QPointer<QWidget>> forms{frmLegend, frmAbout, frmEditURL, frmEditWAVEFileNamePath, frmCustomColors};
-    for (auto it = forms.crbegin(); it != forms.crend(); ++it)
-        if (*it)
-            (*it)->close();
-    for (QWidget *w : QApplication::topLevelWidgets())
-        if (w != this && w->isVisible())
-            w->close();
+    // Every open window of the program, the last opened first, the table
+    // window last of all.
+    m_forms->closeAll();
     m_table->tmrAlarmClock->stop();
     m_table->tmrAlarmSound->stop();
     m_table->tmrAlarmSoundFlash->stop();
@@ -307,12 +397,13 @@ void mdiAlarmClock::subResetMainWindowSize()
     resize(804, 616);
 }
 
-void mdiAlarmClock::subUnloadSecondaryForms()
-{
-    for (QPointer<QWidget> *form : {&frmLegend, &frmAbout, &frmEditURL, &frmEditWAVEFileNamePath, &frmCustomColors})
-        if (*form)
-            (*form)->close();
-}
+void mdiAlarmClock::subUnloadSecondaryForms() { m_forms->unloadAll(); }
+
+QWidget *mdiAlarmClock::showForm(SecondaryForm form) { return m_forms->show(form); }
+
+QWidget *mdiAlarmClock::form(SecondaryForm form) const { return m_forms->form(form); }
+
+void mdiAlarmClock::setColourMarks(int scheme) { checkColourCommand(scheme); }
 
 void mdiAlarmClock::maximizeTableWindow() { m_tableSub->showMaximized(); }
 
@@ -359,9 +450,161 @@ bool mdiAlarmClock::questionsLimited() const { return mnuDonotAskAnyMoreQuestion
 
 void mdiAlarmClock::mnuAlarmClock_Click() { subShowWindows(); }
 
+// Choosing it only closes the menu, which Qt has already done.
 void mdiAlarmClock::mnuCancelMenu_Click() {}
 
 void mdiAlarmClock::mnuExit_Click() { close(); }
+
+QCheckBox *mdiAlarmClock::pairSwitch(MenuPair pair) const
+{
+    switch (pair) {
+    case MenuPair::Sound:
+        return m_table->chkSoundOnOff;
+    case MenuPair::PopupForm:
+        return m_table->chkShow;
+    case MenuPair::TimeRow:
+        return m_table->chkTimeRow;
+    case MenuPair::MinimizeToTray:
+        return m_table->chkMinimizeToTray;
+    }
+    Q_UNREACHABLE();
+}
+
+void mdiAlarmClock::switchPair(MenuPair pair, bool on, const QString &statement, OnError onError)
+{
+    const auto run = [onError](const auto &step) {
+        if (onError == OnError::GoOn)
+            resumeNext(step);
+        else
+            step();
+    };
+    run([&] { setMenuPair(pair, on); });
+    // Changing the switch runs its own click handling, as a user's click would.
+    run([&] { pairSwitch(pair)->setChecked(on); });
+    run([&] { m_settings.execute(statement); });
+}
+
+void mdiAlarmClock::mnuSoundOn_Click()
+{
+    switchPair(MenuPair::Sound, true, QStringLiteral("UPDATE tblprogramsetting set booSound = True"), OnError::GoOn);
+}
+
+void mdiAlarmClock::mnuSoundOff_Click()
+{
+    switchPair(MenuPair::Sound, false, QStringLiteral("UPDATE tblprogramsetting set booSound = False"),
+               OnError::GoOn);
+}
+
+void mdiAlarmClock::mnuPopupFormOn_Click()
+{
+    switchPair(MenuPair::PopupForm, true, QStringLiteral("UPDATE tblprogramsetting set booAlarmPopupForm = True"),
+               OnError::GoOn);
+}
+
+void mdiAlarmClock::mnuPopupFormOff_Click()
+{
+    switchPair(MenuPair::PopupForm, false, QStringLiteral("UPDATE tblprogramsetting set booAlarmPopupForm = False"),
+               OnError::GoOn);
+}
+
+// The two time-row commands have no error handling of their own. An error
+// escaping a menu command would end the program here, so they stop quietly
+// instead: the stored value simply stays as it was.
+void mdiAlarmClock::mnuActivateTimeRow_Click()
+{
+    try {
+        switchPair(MenuPair::TimeRow, true, QStringLiteral("UPDATE tblprogramsetting set booTimeRow = True"),
+                   OnError::Stop);
+    } catch (const AppError &) {
+    }
+}
+
+void mdiAlarmClock::mnuDeactivateTimeRow_Click()
+{
+    try {
+        switchPair(MenuPair::TimeRow, false, QStringLiteral("UPDATE tblprogramsetting set booTimeRow = False"),
+                   OnError::Stop);
+    } catch (const AppError &) {
+    }
+}
+
+void mdiAlarmClock::mnuMinimizedToTrayOn_Click()
+{
+    switchPair(MenuPair::MinimizeToTray, true, QStringLiteral("UPDATE tblprogramsetting set booMinimizeToTray = True"),
+               OnError::GoOn);
+}
+
+void mdiAlarmClock::mnuMinimizedToTrayOff_Click()
+{
+    switchPair(MenuPair::MinimizeToTray, false,
+               QStringLiteral("UPDATE tblprogramsetting set booMinimizeToTray = False"), OnError::GoOn);
+}
+
+void mdiAlarmClock::mnuMinimizeToTrayNow_Click()
+{
+    // Added without removing first; a second icon is the tray's business.
+    resumeNext([this] { subMinimizeToTray(true, QString()); });
+}
+
+void mdiAlarmClock::mnuChangeProgramName_Click() { subAlarmclockCaptionModify(); }
+
+void mdiAlarmClock::mnuDonotAskAnyMoreQuestions_Click()
+{
+    try {
+        const bool limited = !mnuDonotAskAnyMoreQuestions->isChecked();
+        mnuDonotAskAnyMoreQuestions->setChecked(limited);
+        m_settings.execute(QStringLiteral("UPDATE tblprogramsetting set booDonotAskAnyMore = ")
+                           + (limited ? QStringLiteral("True") : QStringLiteral("False")));
+    } catch (const AppError &e) {
+        showErrorBox(m_platform.messages, QStringLiteral("mnuDonotAskAnyMoreQuestions_Click"), e);
+    }
+}
+
+void mdiAlarmClock::selectColourScheme(qint16 scheme, const QString &statement)
+{
+    resumeNext([this] { subUnloadSecondaryForms(); });
+    checkColourCommand(scheme);
+    m_state.intColorPick = scheme;
+    resumeNext([&] { m_settings.execute(statement); });
+    resumeNext([this] { m_table->subSetMainForeAndBackGroundColors(); });
+    resumeNext([this] { subResetMainWindowSize(); });
+    // The next tick repaints every row's state colour.
+    m_state.bEvaluateNow = true;
+}
+
+void mdiAlarmClock::mnuColorRegular_Click()
+{
+    selectColourScheme(0, QStringLiteral("UPDATE tblprogramsetting set intColorPick = 0;"));
+}
+
+void mdiAlarmClock::mnuColorMatrix_Click()
+{
+    selectColourScheme(1, QStringLiteral("UPDATE tblprogramsetting set intColorPick = 1;"));
+}
+
+void mdiAlarmClock::mnuColorCustom_Click()
+{
+    selectColourScheme(2, QStringLiteral("UPDATE tblprogramsetting set intColorPick = 2;"));
+}
+
+void mdiAlarmClock::mnuColorCustomModify_Click()
+{
+    // The dialog edits the custom scheme, so that scheme is shown while it is open.
+    if (!mnuColorCustom->isChecked())
+        mnuColorCustom_Click();
+    openSecondary(SecondaryForm::CustomColors);
+}
+
+void mdiAlarmClock::mnuAbout_Click() { openSecondary(SecondaryForm::About); }
+
+void mdiAlarmClock::mnuLegend_Click() { openSecondary(SecondaryForm::Legend); }
+
+void mdiAlarmClock::mnuTables_Click() { openSecondary(SecondaryForm::Tables); }
+
+void mdiAlarmClock::openSecondary(SecondaryForm form)
+{
+    resumeNext([this, form] { showForm(form); });
+}
 
 // ---------------------------------------------------------------------------
 // Tray
@@ -382,7 +625,7 @@ void mdiAlarmClock::trayMouseMessage(int message)
     if (message == TrayIcon::LeftDoubleClick) {
         m_state.bEvaluateNow = true;
         m_state.intMDIWindowState = 0;
-        setWindowState(windowState() & ~Qt::WindowMinimized);
+        setWindowState(windowState() & ~(Qt::WindowMinimized | Qt::WindowMaximized));
         show();
         raise();
         activateWindow();
@@ -405,6 +648,9 @@ void mdiAlarmClock::changeEvent(QEvent *event)
         QMetaObject::invokeMethod(
             this,
             [this] {
+                // Restored (or closed) before the minimize settled: nothing to hide.
+                if (m_unloaded || !(windowState() & Qt::WindowMinimized))
+                    return;
                 subRemoveTrayIcon();
                 subMinimizeToTray(true, QString());
             },

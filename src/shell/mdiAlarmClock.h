@@ -7,12 +7,15 @@
 #include "table/AlarmState.h"
 
 #include <QMainWindow>
-#include <QPointer>
+#include <functional>
+#include <memory>
 
 class QAction;
+class QCheckBox;
 class QMdiArea;
 class QMdiSubWindow;
 class QMenu;
+class SecondaryForms;
 class frmAlarmClock;
 
 // The main window: menu bar, tray icon, start-up and shutdown. It holds the
@@ -29,6 +32,7 @@ public:
     void subStartupFileCheck();
     void subShowWindows();
     void subAlarmclockCaption();
+    void subAlarmclockCaptionModify();
     void subSetDonotAskAnyMoreQuestions();
     bool isUnloaded() const { return m_unloaded; }
 
@@ -36,6 +40,27 @@ public:
     void mnuAlarmClock_Click();
     void mnuCancelMenu_Click();
     void mnuExit_Click();
+    void mnuSoundOn_Click();
+    void mnuSoundOff_Click();
+    void mnuPopupFormOn_Click();
+    void mnuPopupFormOff_Click();
+    void mnuActivateTimeRow_Click();
+    void mnuDeactivateTimeRow_Click();
+    void mnuMinimizedToTrayOn_Click();
+    void mnuMinimizedToTrayOff_Click();
+    void mnuMinimizeToTrayNow_Click();
+    void mnuChangeProgramName_Click();
+    void mnuDonotAskAnyMoreQuestions_Click();
+    void mnuColorRegular_Click();
+    void mnuColorMatrix_Click();
+    void mnuColorCustom_Click();
+    void mnuColorCustomModify_Click();
+    void mnuAbout_Click();
+    void mnuLegend_Click();
+    void mnuTables_Click();
+
+    // Hooks that open the secondary windows built elsewhere. Whoever owns
+    // those windows sets them; while one is unset its command does nothing.
 
     // Tray.
     void trayMouseMessage(int message);
@@ -51,6 +76,10 @@ public:
     void maximizeTableWindow() override;
     void subApplyMDIProgramSettings() override;
     QWidget *mainPictureTarget() override;
+    void setColourMarks(int scheme) override;
+    QWidget *showForm(SecondaryForm form) override;
+    // The open secondary window, or null.
+    QWidget *form(SecondaryForm form) const;
 
     frmAlarmClock *tableWindow() const { return m_table; }
     QMdiSubWindow *tableSubWindow() const { return m_tableSub; }
@@ -90,12 +119,6 @@ public:
     QMenu *mnuAdminMode = nullptr;
     QAction *mnuTables = nullptr;
 
-    // The secondary windows that the close sequence unloads, in its order.
-    QPointer<QWidget> frmLegend;
-    QPointer<QWidget> frmAbout;
-    QPointer<QWidget> frmEditURL;
-    QPointer<QWidget> frmEditWAVEFileNamePath;
-    QPointer<QWidget> frmCustomColors;
 
 protected:
     void closeEvent(QCloseEvent *event) override;
@@ -105,6 +128,11 @@ protected:
 private:
     void buildMenus();
     void checkColourCommand(int scheme);
+    QCheckBox *pairSwitch(MenuPair pair) const;
+    enum class OnError { GoOn, Stop };
+    void switchPair(MenuPair pair, bool on, const QString &statement, OnError onError);
+    void selectColourScheme(qint16 scheme, const QString &statement);
+    void openSecondary(SecondaryForm form);
 
     // A copy: the aggregate only holds references to services that outlive the window.
     const Platform m_platform;
@@ -114,5 +142,6 @@ private:
     QMdiArea *m_mdiArea = nullptr;
     frmAlarmClock *m_table = nullptr;
     QMdiSubWindow *m_tableSub = nullptr;
+    std::unique_ptr<SecondaryForms> m_forms;
     bool m_unloaded = false;
 };

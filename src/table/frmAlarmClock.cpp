@@ -1,10 +1,12 @@
 #include "table/frmAlarmClock.h"
 
-#include "appearance/BgrColour.h"
 #include "appearance/CustomColoursLoader.h"
 #include "appearance/SchemePalette.h"
+#include "appearance/WidgetColours.h"
 #include "data/Database.h"
 #include "data/ProgramSettings.h"
+#include "editors/frmEditURL.h"
+#include "editors/frmEditWAVEFileNamePath.h"
 #include "platform/AppDirectory.h"
 #include "platform/AppError.h"
 #include "platform/Clock.h"
@@ -12,6 +14,7 @@
 #include "platform/MessageBox.h"
 #include "platform/PictureLoader.h"
 #include "platform/SoundPlayer.h"
+#include "platform/UrlOpener.h"
 #include "shell/ShellLink.h"
 #include "table/AlarmMoment.h"
 #include "table/CountdownText.h"
@@ -26,6 +29,7 @@
 #include <QCoreApplication>
 #include <QEvent>
 #include <QFocusEvent>
+#include <QInputMethodEvent>
 #include <QFrame>
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -48,31 +52,10 @@ constexpr qint32 kJumpRestColour = 0xFFFFFF;
 
 void letPendingEventsRun() { QCoreApplication::processEvents(); }
 
-void setTextColour(QWidget *w, qint32 bgr)
-{
-    // Only the role the widget draws its own text with: a window's colour
-    // must not spill into the boxes inside it.
-    QPalette p = w->palette();
-    p.setColor(qobject_cast<QLineEdit *>(w) ? QPalette::Text : QPalette::WindowText, bgrToQColor(bgr));
-    w->setPalette(p);
-}
-
-void setBackColour(QWidget *w, qint32 bgr)
-{
-    QPalette p = w->palette();
-    const QColor c = bgrToQColor(bgr);
-    if (qobject_cast<QLineEdit *>(w)) {
-        p.setColor(QPalette::Base, c);
-    } else if (qobject_cast<QAbstractButton *>(w)) {
-        p.setColor(QPalette::Button, c);
-    } else {
-        p.setColor(QPalette::Window, c);
-        w->setAutoFillBackground(true);
-    }
-    w->setPalette(p);
-}
-
 bool isEnter(int key) { return key == Qt::Key_Return || key == Qt::Key_Enter; }
+
+// Keys that only move the focus on; they are not typing.
+bool isFocusKey(int key) { return key == Qt::Key_Tab || key == Qt::Key_Backtab; }
 
 // Only user-driven focus changes count as leaving a box: a message box or a
 // menu taking the focus away is not the user moving on.
@@ -192,7 +175,6 @@ void frmAlarmClock::buildControls()
         named(txtACTime[i], rowName("txtACTime", i), QStringLiteral("Time %1").arg(r));
         tip(txtACTime[i], QStringLiteral("Leave the date blank to make a 24 hr clock."));
         txtACTime[i]->setFixedWidth(50);
-        txtACTime[i]->setMaxLength(5);
 
         lbl24[i] = new QLabel(QStringLiteral("24h"), this);
         named(lbl24[i], rowName("lbl24", i));
@@ -360,6 +342,9 @@ void frmAlarmClock::connectHandlers()
             box->installEventFilter(this);
         connect(cmdSetDateTime[i], &QPushButton::clicked, this, [this, i] { cmdSetDateTime_Click(i); });
         connect(cmdClearRow[i], &QToolButton::clicked, this, [this, i] { cmdClearRow_Click(i); });
+        connect(cmdSoundRow[i], &QToolButton::clicked, this, [this, i] { cmdSoundRow_Click(i); });
+        connect(cmdEditURL[i], &QToolButton::clicked, this, [this, i] { cmdEditURL_Click(i); });
+        connect(cmdOpenURL[i], &QToolButton::clicked, this, [this, i] { cmdOpenURL_Click(i); });
     }
     for (QLineEdit *box : txtJump)
         box->installEventFilter(this);
@@ -391,7 +376,7 @@ bool frmAlarmClock::eventFilter(QObject *watched, QEvent *event)
         const int b = jump.toInt();
         if (type == QEvent::FocusIn)
             txtJump_GotFocus(b);
-        else if (type == QEvent::KeyPress)
+        else if (type == QEvent::KeyPress && !isFocusKey(static_cast<QKeyEvent *>(event)->key()))
             txtJump_KeyDown(b);
         else if (type == QEvent::FocusOut && isLeaving(event))
             txtJump_LostFocus(b);
@@ -420,8 +405,7 @@ bool frmAlarmClock::eventFilter(QObject *watched, QEvent *event)
             auto *key = static_cast<QKeyEvent *>(event);
             // Only typed characters go through the filter; moving keys and
             // Tab are not characters.
-            if (key->key() == Qt::Key_Tab || key->key() == Qt::Key_Backtab || key->key() == Qt::Key_Delete
-                || key->text().isEmpty())
+            if (isFocusKey(key->key()) || key->key() == Qt::Key_Delete || key->text().isEmpty())
                 return false;
             const QChar original = key->text().at(0);
             QChar typed = original;
@@ -431,6 +415,16 @@ bool frmAlarmClock::eventFilter(QObject *watched, QEvent *event)
                 txtACTime[i]->insert(QString(typed));
                 return true;
             }
+        } else if (type == QEvent::InputMethod) {
+            // Composed text (dead keys, input methods) is typing too: each
+            // character goes through the same filter.
+            QString passed;
+            for (QChar c : static_cast<QInputMethodEvent *>(event)->commitString())
+                if (txtACTime_KeyPress(i, c))
+                    passed += c;
+            if (!passed.isEmpty())
+                txtACTime[i]->insert(passed);
+            return true;
         } else if (type == QEvent::FocusOut && isLeaving(event)) {
             txtACTime_LostFocus(i);
         } else if (type == QEvent::KeyRelease) {
@@ -1014,6 +1008,58 @@ void frmAlarmClock::cmdClearRow_Click(int index)
     emptyRow(index);
     bDataChanged = false;
     m_state.bEvaluateNow = true;
+}
+
+// ---------------------------------------------------------------------------
+// Row editors and the row's address
+
+namespace {
+
+AppError noWindow() { return AppError(91, QStringLiteral("Object variable or With block variable not set")); }
+
+} // namespace
+
+void frmAlarmClock::cmdSoundRow_Click(int index)
+{
+    try {
+        auto *editor = qobject_cast<frmEditWAVEFileNamePath *>(m_shell.showForm(SecondaryForm::EditWAVEFileNamePath));
+        if (!editor)
+            throw noWindow();
+        editor->lblintIndex->setText(QString::number(index + 1));
+        editor->txtEditWAVEFileNamePath->setText(txtWAVEFileNamePath[index]->text());
+    } catch (const AppError &e) {
+        showErrorBox(m_platform.messages, QStringLiteral("cmdSoundRow_Click"), e);
+    }
+}
+
+void frmAlarmClock::cmdEditURL_Click(int index)
+{
+    try {
+        auto *editor = qobject_cast<frmEditURL *>(m_shell.showForm(SecondaryForm::EditURL));
+        if (!editor)
+            throw noWindow();
+        editor->lblintIndex->setText(QString::number(index + 1));
+        editor->txtEditURL->setText(txtURL[index]->text());
+    } catch (const AppError &e) {
+        showErrorBox(m_platform.messages, QStringLiteral("cmdEditURL_Click"), e);
+    }
+}
+
+void frmAlarmClock::cmdOpenURL_Click(int index)
+{
+    try {
+        const QString address = txtURL[index]->text().trimmed();
+        if (address.isEmpty()) {
+            // No address yet: lead the user to enter one.
+            cmdEditURL_Click(index);
+            return;
+        }
+        // Handed over as typed, never through a shell; a new window each time.
+        if (!m_platform.browser.open(address))
+            throw AppError(429, QStringLiteral("No web browser could be started for this address."));
+    } catch (const AppError &e) {
+        showErrorBox(m_platform.messages, QStringLiteral("cmdOpenURL_Click"), e);
+    }
 }
 
 // ---------------------------------------------------------------------------

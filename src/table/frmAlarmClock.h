@@ -81,6 +81,11 @@ public:
     void cmdClearForm_Click();
     void cmdClearRow_Click(int index);
 
+    // Row editors and the row's address.
+    void cmdSoundRow_Click(int index);
+    void cmdEditURL_Click(int index);
+    void cmdOpenURL_Click(int index);
+
     // Painting.
     void subSetMainForeAndBackGroundColors();
     void subSetRowDetailsBackColor(int index);

@@ -8,6 +8,7 @@
 #include <QCheckBox>
 #include <QMdiSubWindow>
 #include <QPushButton>
+#include <QPointer>
 #include <QTest>
 #include <QTimer>
 
@@ -70,10 +71,7 @@ private slots:
     void maximizingReEvaluatesResetsTheSizeAndClosesSecondaryWindows()
     {
         LoadedMainWindow m;
-        auto *legend = new QWidget;
-        legend->setAttribute(Qt::WA_DeleteOnClose);
-        legend->show();
-        m.w->frmLegend = legend;
+        QPointer<QWidget> legend = m.w->showForm(SecondaryForm::Legend);
         m.w->resize(900, 700);
         m.state().bEvaluateNow = false;
         m.t->Form_Resize(0);
@@ -85,7 +83,7 @@ private slots:
         QCOMPARE(m.state().intMDIWindowState, 2);
         QVERIFY(m.state().bEvaluateNow);
         QCOMPARE(m.w->size(), QSize(804, 616));
-        QVERIFY(m.w->frmLegend.isNull() || !m.w->frmLegend->isVisible());
+        QVERIFY(!legend || !legend->isVisible());
     }
 
     void activatingTheWindowAsksForAnEvaluation()
