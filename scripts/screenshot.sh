@@ -8,7 +8,7 @@ set -euo pipefail
 app_dir=$1; out=$2; wait_s=${3:-3}; actions=${4:-}
 display=":$((90 + RANDOM % 400))"
 runtime=$(mktemp -d)
-Xvfb "$display" -screen 0 1024x768x24 -nolisten tcp >/dev/null 2>&1 &
+Xvfb "$display" -screen 0 ${SCREEN:-1024x768x24} -nolisten tcp >/dev/null 2>&1 &
 xvfb=$!
 trap 'kill $app $tray $xvfb 2>/dev/null || true; rm -rf "$runtime"' EXIT
 for _ in $(seq 50); do [ -e "/tmp/.X11-unix/X${display#:}" ] && break; sleep 0.1; done

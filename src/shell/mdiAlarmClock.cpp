@@ -23,6 +23,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMouseEvent>
+#include <QShortcut>
 #include <QTimer>
 
 namespace {
@@ -184,6 +185,11 @@ void mdiAlarmClock::buildMenus()
     mnuTables =
         addCommand(mnuAdminMode, "mnuTables", QStringLiteral("Tables"), false, false, [this] { mnuTables_Click(); });
     mnuAdminMode->menuAction()->setVisible(false);
+
+    // The menu captions carry no accelerators, so F10 opens the menu bar from
+    // the keyboard, as on other desktops.
+    auto *menuKey = new QShortcut(QKeySequence(Qt::Key_F10), this);
+    connect(menuKey, &QShortcut::activated, this, [this] { menuBar()->setActiveAction(mnuProgram->menuAction()); });
 }
 
 // ---------------------------------------------------------------------------

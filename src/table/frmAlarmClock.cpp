@@ -62,7 +62,7 @@ bool isFocusKey(int key) { return key == Qt::Key_Tab || key == Qt::Key_Backtab; 
 bool isLeaving(QEvent *event)
 {
     const auto reason = static_cast<QFocusEvent *>(event)->reason();
-    return reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason;
+    return reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason && reason != Qt::MenuBarFocusReason;
 }
 
 } // namespace
@@ -72,7 +72,11 @@ frmAlarmClock::frmAlarmClock(const Platform &platform, Database &db, ProgramSett
     : QWidget(parent), m_platform(platform), m_db(db), m_settings(settings), m_state(state), m_shell(shell)
 {
     setObjectName(QStringLiteral("frmAlarmClock"));
-    setFont(QFont(QStringLiteral("Arial"), 9));
+    // Arial by name, at the desktop's own size, so a larger default font
+    // makes a larger window rather than clipped text.
+    QFont arial = font();
+    arial.setFamily(QStringLiteral("Arial"));
+    setFont(arial);
     buildControls();
     connectHandlers();
 }
@@ -104,6 +108,12 @@ void frmAlarmClock::buildControls()
         return b;
     };
 
+    // Widths follow the font, fitting the longest text each box shows.
+    const QFontMetrics fm(font());
+    auto fits = [&fm](const char *sample, int padding) {
+        return fm.horizontalAdvance(QLatin1String(sample)) + padding;
+    };
+
     auto *outer = new QVBoxLayout(this);
     outer->setContentsMargins(8, 6, 8, 6);
     outer->setSpacing(4);
@@ -112,9 +122,12 @@ void frmAlarmClock::buildControls()
     auto *top = new QHBoxLayout;
     txtCurrentDateTime = new QLabel(QStringLiteral("SYSTEM DATE AND TIME COUNTER"), this);
     named(txtCurrentDateTime, QStringLiteral("txtCurrentDateTime"));
-    QFont clockFont(QStringLiteral("Arial"), 13, QFont::Bold);
+    QFont clockFont = font();
+    clockFont.setPointSizeF(clockFont.pointSizeF() * 1.45);
+    clockFont.setBold(true);
     txtCurrentDateTime->setFont(clockFont);
-    txtCurrentDateTime->setMinimumWidth(260);
+    txtCurrentDateTime->setMinimumWidth(
+        QFontMetrics(clockFont).horizontalAdvance(QStringLiteral("Sep 30, 2031 00:00:00")) + 8);
     top->addWidget(txtCurrentDateTime);
     top->addStretch(1);
     const char *jumpNames[3] = {"txtJumpDay", "txtJumpHour", "txtJumpMinutes"};
@@ -131,7 +144,7 @@ void frmAlarmClock::buildControls()
         auto *box = new QLineEdit(QStringLiteral("0"), this);
         named(box, QLatin1String(jumpNames[b]), jumpAccessible[b]);
         tip(box, jumpTips[b]);
-        box->setFixedWidth(48);
+        box->setFixedWidth(fits("00000", 14));
         box->setAlignment(Qt::AlignRight);
         box->setProperty("jump", b);
         lblJump[size_t(b)]->setBuddy(box);
@@ -168,19 +181,19 @@ void frmAlarmClock::buildControls()
 
         txtACDate[i] = new QLineEdit(this);
         named(txtACDate[i], rowName("txtACDate", i), QStringLiteral("Date %1").arg(r));
-        txtACDate[i]->setFixedWidth(100);
+        txtACDate[i]->setFixedWidth(fits("Sep 30, 2031", 18));
         txtACDate[i]->setPlaceholderText(QStringLiteral("daily"));
 
         txtACTime[i] = new QLineEdit(this);
         named(txtACTime[i], rowName("txtACTime", i), QStringLiteral("Time %1").arg(r));
         tip(txtACTime[i], QStringLiteral("Leave the date blank to make a 24 hr clock."));
-        txtACTime[i]->setFixedWidth(50);
+        txtACTime[i]->setFixedWidth(fits("00:00", 16));
 
         lbl24[i] = new QLabel(QStringLiteral("24h"), this);
         named(lbl24[i], rowName("lbl24", i));
         tip(lbl24[i], QStringLiteral("This row is working on a 24 hour clock cycle."));
         lbl24[i]->setVisible(false);
-        lbl24[i]->setFixedWidth(26);
+        lbl24[i]->setFixedWidth(fits("24h", 6));
 
         txtACDetails[i] = new QLineEdit(this);
         named(txtACDetails[i], rowName("txtACDetails", i), QStringLiteral("Description %1").arg(r));
@@ -188,7 +201,7 @@ void frmAlarmClock::buildControls()
 
         lblCountDownHours[i] = new QLabel(this);
         named(lblCountDownHours[i], rowName("lblCountDownHours", i));
-        lblCountDownHours[i]->setMinimumWidth(112);
+        lblCountDownHours[i]->setMinimumWidth(fits("000d 00h 00m 00s ", 4));
 
         // The path and the address live in the row but are edited in their
         // own dialogs; the row shows them through its buttons and marker.
@@ -209,13 +222,13 @@ void frmAlarmClock::buildControls()
         lblUrlToolTip[i] = new QLabel(QStringLiteral("?"), this);
         named(lblUrlToolTip[i], rowName("lblUrlToolTip", i));
         tip(lblUrlToolTip[i], kUrlMarkerTip);
-        lblUrlToolTip[i]->setFixedWidth(12);
+        lblUrlToolTip[i]->setFixedWidth(fits("?", 6));
         lblUrlToolTip[i]->setAlignment(Qt::AlignCenter);
 
         cmdSetDateTime[i] = new QPushButton(QStringLiteral("SET"), this);
         named(cmdSetDateTime[i], rowName("cmdSetDateTime", i), QStringLiteral("SET %1").arg(r));
         tip(cmdSetDateTime[i], QStringLiteral("Sets the current date & time (plus the time row values) to this row."));
-        cmdSetDateTime[i]->setFixedWidth(44);
+        cmdSetDateTime[i]->setFixedWidth(fits("SET", 20));
         cmdSetDateTime[i]->setFocusPolicy(Qt::TabFocus);
 
         cmdClearRow[i] = rowTool("cmdClearRow", i, QStyle::SP_DialogDiscardButton, QStringLiteral("Clear row"),
@@ -239,7 +252,7 @@ void frmAlarmClock::buildControls()
     grid->setColumnStretch(4, 1);
     // Airy rows at the standard size, rather than a gap under a tight grid.
     for (int r = 1; r <= kAlarmRows; ++r)
-        grid->setRowMinimumHeight(r, 32);
+        grid->setRowMinimumHeight(r, std::max(32, fm.height() + 14));
     outer->addLayout(grid);
     outer->addStretch(1);
 
@@ -274,8 +287,10 @@ void frmAlarmClock::buildControls()
     named(txtSoundOffTimes, QStringLiteral("txtSoundOffTimes"), QStringLiteral("Sound times"));
     tip(txtSoundOffTimes, QStringLiteral("Number of Times to Sound off the Alarm at intervals of 15 seconds between "
                                          "WAV file plays."));
-    txtSoundOffTimes->setFont(QFont(QStringLiteral("Small Fonts"), 9));
-    txtSoundOffTimes->setFixedWidth(40);
+    QFont small = font();
+    small.setFamily(QStringLiteral("Small Fonts"));
+    txtSoundOffTimes->setFont(small);
+    txtSoundOffTimes->setFixedWidth(fits("0000", 16));
     txtSoundOffTimes->setAlignment(Qt::AlignRight);
     timesLabel->setBuddy(txtSoundOffTimes);
     timesRow->addWidget(timesLabel);
