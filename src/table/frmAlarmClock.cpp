@@ -530,6 +530,7 @@ void frmAlarmClock::tick()
     }
 
     bool alarmNow = false;
+    int dueSoon = -1;
     const QDate today = now.date();
     for (int i = 0; i < kAlarmRows; ++i) {
         const QString &time = m_state.strAlarmTimes[size_t(i)];
@@ -541,6 +542,8 @@ void frmAlarmClock::tick()
         if (s == 0) {
             m_state.intAlarmRow = qint16(i);
             alarmNow = true;
+        } else if (s > 0 && s <= 60) {
+            dueSoon = i;
         }
         if (hidden)
             continue;
@@ -551,6 +554,10 @@ void frmAlarmClock::tick()
             setDetailsBackColor(i, *colour);
     }
 
+    // A row due within the minute: let the player get its sound ready, so
+    // the alarm is heard the moment it trips.
+    if (dueSoon >= 0 && m_state.bSoundOn)
+        m_platform.sound.prepare(soundPathOf(dueSoon));
     if (!alarmNow) {
         m_state.bEvaluateNow = false;
         return;
@@ -622,13 +629,19 @@ void frmAlarmClock::subShowPlaysLeft()
     cmdSnooze->setText(QStringLiteral("turn off? %1 alarms to play").arg(m_state.lngAlarmPlaysLeft));
 }
 
-void frmAlarmClock::subPlayRowSound(qint16 index)
+QString frmAlarmClock::soundPathOf(int index) const
 {
     QString path;
     if (index > -1 && index < kAlarmRows)
         path = textValue(txtWAVEFileNamePath[index]->text());
     if (path.isEmpty())
         path = m_platform.appDir.path() + QStringLiteral("/alarm.wav");
+    return path;
+}
+
+void frmAlarmClock::subPlayRowSound(qint16 index)
+{
+    const QString path = soundPathOf(index);
     if (m_platform.files.fileExists(path)) {
         m_platform.sound.play(path);
         chkSoundOnOff->setToolTip(QStringLiteral("Played: ") + path);

@@ -144,6 +144,8 @@ private:
     void armClockTimer();
     void tick();
     void subDerive24Mark(int index);
+    // The row's sound file, or the default one when the row names none.
+    QString soundPathOf(int index) const;
     void setDetailsBackColor(int index, qint32 bgr);
     void emptyRow(int index);
     bool askYesNo(const QString &title, const QString &text);

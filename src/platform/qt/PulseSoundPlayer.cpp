@@ -9,6 +9,8 @@
 #include <sndfile.h>
 
 #include <atomic>
+#include <chrono>
+#include <condition_variable>
 #include <mutex>
 #include <thread>
 #include <vector>
@@ -20,10 +22,13 @@ constexpr const char *ClientName = "Quorvel Alarm Clock";
 // sound itself, and a cancelled play stops almost at once.
 constexpr pa_usec_t TargetLatencyUs = 40000;
 constexpr sf_count_t FramesPerWrite = 1024;
+// How long a prepared stream waits for its play before giving up.
+constexpr std::chrono::seconds PreparedLifetime{90};
 
 } // namespace
 
 struct PulseSoundPlayer::Playback {
+    QString path;
     SNDFILE *file = nullptr;
     SF_INFO info{};
     QByteArray streamName;
@@ -31,10 +36,12 @@ struct PulseSoundPlayer::Playback {
     std::thread worker;
     std::atomic<bool> cancel{false};
 
-    // Guards `done` and `loop`: the worker may only poke the waiting loop
-    // while play() is still waiting in it.
+    // Guards `done`, `go` and `loop`: the worker may only poke the waiting
+    // loop while play() is still waiting in it.
     std::mutex mutex;
+    std::condition_variable wake;
     bool done = false;
+    bool go = false;
     QEventLoop *loop = nullptr;
 
     ~Playback()
@@ -43,16 +50,32 @@ struct PulseSoundPlayer::Playback {
             sf_close(file);
     }
 
-    void run()
+    // A prepared playback connects first, then waits for play() to say go.
+    void run(bool prepared)
     {
-        writeSamples();
+        pa_simple *stream = openStream();
+        if (prepared) {
+            std::unique_lock lock(mutex);
+            wake.wait_for(lock, PreparedLifetime, [this] { return go || cancel.load(); });
+            if (!go)
+                cancel = true;
+        }
+        if (stream)
+            writeSamples(stream);
         std::lock_guard lock(mutex);
         done = true;
         if (loop)
             QMetaObject::invokeMethod(loop, &QEventLoop::quit, Qt::QueuedConnection);
     }
 
-    void writeSamples()
+    void stop()
+    {
+        cancel = true;
+        std::lock_guard lock(mutex);
+        wake.notify_all();
+    }
+
+    pa_simple *openStream()
     {
         pa_sample_spec spec{};
         spec.format = PA_SAMPLE_S16NE;
@@ -67,11 +90,13 @@ struct PulseSoundPlayer::Playback {
         attr.fragsize = uint32_t(-1);
 
         int error = 0;
-        pa_simple *stream = pa_simple_new(nullptr, ClientName, PA_STREAM_PLAYBACK, nullptr,
-                                          streamName.constData(), &spec, nullptr, &attr, &error);
-        if (!stream)
-            return;
+        return pa_simple_new(nullptr, ClientName, PA_STREAM_PLAYBACK, nullptr, streamName.constData(), &spec,
+                             nullptr, &attr, &error);
+    }
 
+    void writeSamples(pa_simple *stream)
+    {
+        int error = 0;
         std::vector<short> samples(size_t(FramesPerWrite) * size_t(info.channels));
         bool failed = false;
         while (!cancel.load()) {
@@ -97,7 +122,7 @@ PulseSoundPlayer::PulseSoundPlayer() = default;
 PulseSoundPlayer::~PulseSoundPlayer()
 {
     for (const auto &playback : m_playbacks) {
-        playback->cancel = true;
+        playback->stop();
         if (playback->worker.joinable())
             playback->worker.join();
     }
@@ -120,26 +145,65 @@ void PulseSoundPlayer::reapFinished()
     }
 }
 
-void PulseSoundPlayer::play(const QString &path)
+std::shared_ptr<PulseSoundPlayer::Playback> PulseSoundPlayer::openFile(const QString &path)
 {
-    reapFinished();
-
     auto playback = std::make_shared<Playback>();
+    playback->path = path;
     playback->file = sf_open(QFile::encodeName(path).constData(), SFM_READ, &playback->info);
     if (!playback->file)
-        return;
+        return nullptr;
     pa_sample_spec spec{PA_SAMPLE_S16NE, uint32_t(playback->info.samplerate),
                         uint8_t(playback->info.channels)};
     if (playback->info.channels <= 0 || playback->info.channels > int(PA_CHANNELS_MAX)
         || playback->info.samplerate <= 0 || !pa_sample_spec_valid(&spec))
-        return;
+        return nullptr;
     playback->streamName = path.section(QLatin1Char('/'), -1).toUtf8();
+    return playback;
+}
 
+void PulseSoundPlayer::prepare(const QString &path)
+{
+    reapFinished();
+    if (m_prepared) {
+        std::lock_guard lock(m_prepared->mutex);
+        if (m_prepared->path == path && !m_prepared->done)
+            return; // already waiting for this file
+    }
+    if (m_prepared)
+        m_prepared->stop();
+    m_prepared = openFile(path);
+    if (!m_prepared)
+        return;
+    m_playbacks.push_back(m_prepared);
+    m_prepared->worker = std::thread([raw = m_prepared.get()] { raw->run(true); });
+}
+
+void PulseSoundPlayer::play(const QString &path)
+{
+    reapFinished();
+
+    std::shared_ptr<Playback> playback;
     QEventLoop loop;
-    playback->loop = &loop;
-    // m_playbacks keeps the state alive until the worker has been joined.
-    m_playbacks.push_back(playback);
-    playback->worker = std::thread([raw = playback.get()] { raw->run(); });
+    if (m_prepared && m_prepared->path == path) {
+        std::lock_guard lock(m_prepared->mutex);
+        if (!m_prepared->done) {
+            playback = m_prepared;
+            playback->loop = &loop;
+            playback->go = true;
+            playback->wake.notify_all();
+        }
+    }
+    if (playback) {
+        m_prepared.reset();
+    } else {
+        playback = openFile(path);
+        if (!playback)
+            return;
+        playback->loop = &loop;
+        // m_playbacks keeps the state alive until the worker has been joined.
+        m_playbacks.push_back(playback);
+        playback->worker = std::thread([raw = playback.get()] { raw->run(false); });
+    }
 
     loop.exec();
 
@@ -153,7 +217,7 @@ void PulseSoundPlayer::play(const QString &path)
         // The application is quitting: stop the sound. The worker is joined
         // later (next play or the destructor) so a slow server cannot hold up
         // the shutdown here.
-        playback->cancel = true;
+        playback->stop();
         return;
     }
     playback->worker.join();

@@ -1,15 +1,8 @@
 #include "platform/qt/QtTrayIcon.h"
 
-QString visibleTipText(const QString &tipField)
-{
-    const qsizetype nul = tipField.indexOf(QChar(0));
-    if (nul >= 0)
-        return tipField.left(nul);
-    qsizetype end = tipField.size();
-    while (end > 0 && tipField.at(end - 1) == QLatin1Char(' '))
-        --end;
-    return tipField.left(end);
-}
+#include "shell/TrayTip.h"
+
+#include <QTimer>
 
 QtTrayIcon::QtTrayIcon(const QIcon &icon) : m_icon(icon)
 {
@@ -26,13 +19,20 @@ QtTrayIcon::QtTrayIcon(const QIcon &icon) : m_icon(icon)
 
 void QtTrayIcon::add(const QString &tipField)
 {
-    m_icon.setToolTip(visibleTipText(tipField));
-    m_icon.show();
+    m_hidePending = false;
+    m_icon.setToolTip(visibleTrayTip(tipField));
+    if (!m_icon.isVisible())
+        m_icon.show();
 }
 
 void QtTrayIcon::remove()
 {
-    m_icon.hide();
+    m_hidePending = true;
+    QTimer::singleShot(0, &m_icon, [this] {
+        if (m_hidePending)
+            m_icon.hide();
+        m_hidePending = false;
+    });
 }
 
 void QtTrayIcon::setMouseHandler(std::function<void(int message)> handler)

@@ -16,8 +16,7 @@ public:
 private:
     QSystemTrayIcon m_icon;
     std::function<void(int)> m_handler;
+    // A removal waiting for the event loop; an add that follows at once
+    // (a new tip) cancels it, so the icon is not torn down and docked again.
+    bool m_hidePending = false;
 };
-
-// The text a tip field shows: up to the first NUL, or without its trailing
-// padding when it has none.
-QString visibleTipText(const QString &tipField);
