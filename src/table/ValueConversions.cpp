@@ -223,11 +223,17 @@ double wholePart(double d)
     std::string text(buffer, end);
     if (text.find("e-") != std::string::npos)
         return 0.0;
+    // From 1e15 up the text has an exponent ("1.5e+15"): the value is whole
+    // already, and cutting at the point would drop the exponent with it.
     const size_t point = text.find('.');
-    if (point != std::string::npos)
+    if (point != std::string::npos && text.find('e') == std::string::npos)
         text.erase(point);
     double whole = 0.0;
     const auto result = std::from_chars(text.data(), text.data() + text.size(), whole);
+    // Near the largest doubles the rounded text no longer fits one; every
+    // value up there is whole.
+    if (result.ec == std::errc::result_out_of_range)
+        return d;
     if (result.ec != std::errc())
         return 0.0;
     return whole + 0.0; // "-0" reads back as -0.0; callers only want plain zero

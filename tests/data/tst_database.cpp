@@ -1,50 +1,22 @@
-// The database layer against a private copy of the shipped file: statement
-// translation, connections, recordsets and every settings reader and writer.
-
 #include "data/Database.h"
 #include "data/JetSql.h"
 #include "data/ProgramSettings.h"
 #include "fakes/FakePlatform.h"
+#include "fakes/TestDatabase.h"
 #include "platform/AppError.h"
 
 #include <QFile>
-#include <QSqlDatabase>
-#include <QSqlQuery>
 #include <QTest>
-
-namespace {
-
-// A connection of the test's own, to look behind the program's back.
-class Peek {
-public:
-    explicit Peek(const QString &path)
-    {
-        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("peek"));
-        db.setDatabaseName(path);
-        db.open();
-    }
-    ~Peek() { QSqlDatabase::removeDatabase(QStringLiteral("peek")); }
-    QVariant value(const QString &sql)
-    {
-        QSqlQuery q(QSqlDatabase::database(QStringLiteral("peek")));
-        if (!q.exec(sql) || !q.next())
-            return QVariant(QStringLiteral("<no row>"));
-        return q.value(0);
-    }
-    bool exec(const QString &sql)
-    {
-        QSqlQuery q(QSqlDatabase::database(QStringLiteral("peek")));
-        return q.exec(sql);
-    }
-};
 
 struct Fixture {
     FakePlatform fp;
     Database db{fp.appDir, fp.messages, fp.end};
     ProgramSettings settings{db};
-};
 
-} // namespace
+    // Behind the program's back, on a connection of the test's own.
+    bool sql(const QString &statement) { return TestDatabase(fp.testDir.dbPath()).exec(statement); }
+    QStringList rows(const QString &query) { return TestDatabase(fp.testDir.dbPath()).rows(query); }
+};
 
 class DatabaseTest : public QObject {
     Q_OBJECT
@@ -56,11 +28,7 @@ private slots:
         QTest::addColumn<QString>("sqlite");
         QTest::newRow("delete star") << "delete * from tblalarmclock;" << "DELETE FROM tblalarmclock;";
         QTest::newRow("upper case, blanks") << "  DELETE   *   FROM tblAlarmClock" << "DELETE FROM tblAlarmClock";
-        QTest::newRow("plain delete") << "DELETE FROM t" << "DELETE FROM t";
-        QTest::newRow("update with True") << "UPDATE tblprogramsetting set booSound = True"
-                                          << "UPDATE tblprogramsetting set booSound = True";
-        QTest::newRow("star elsewhere") << "SELECT * FROM tblalarmclock ORDER BY lngalarmclockid;"
-                                        << "SELECT * FROM tblalarmclock ORDER BY lngalarmclockid;";
+        QTest::newRow("star elsewhere") << "SELECT * FROM t ORDER BY id;" << "SELECT * FROM t ORDER BY id;";
         QTest::newRow("deletes is not delete") << "deletes * from t" << "deletes * from t";
     }
     void jetStatementsGetTheirSqliteMeaning()
@@ -74,85 +42,60 @@ private slots:
     {
         QTest::addColumn<QString>("statement");
         QTest::addColumn<QString>("column");
-        QTest::addColumn<QVariant>("stored");
-        for (const char *col : {"booTimeRow", "booAlarmPopupForm", "booSound", "booMinimizeToTray", "booDonotAskAnyMore"}) {
-            QTest::addRow("%s True", col) << QStringLiteral("UPDATE tblprogramsetting set %1 = True").arg(QLatin1String(col))
-                                          << QString::fromLatin1(col) << QVariant(1);
-            QTest::addRow("%s False", col) << QStringLiteral("UPDATE tblprogramsetting set %1 = False").arg(QLatin1String(col))
-                                           << QString::fromLatin1(col) << QVariant(0);
-        }
-        for (int n : {0, 1, 2})
-            QTest::addRow("colour %d", n) << QStringLiteral("UPDATE tblprogramsetting set intColorPick = %1;").arg(n)
-                                          << QStringLiteral("intColorPick") << QVariant(n);
-        QTest::newRow("sound times") << QStringLiteral("UPDATE tblprogramsetting set intSoundAlarmTimes = 4")
-                                     << QStringLiteral("intSoundAlarmTimes") << QVariant(4);
+        QTest::addColumn<QString>("stored");
+        QTest::newRow("True") << "UPDATE tblprogramsetting set booSound = True" << "booSound" << "1";
+        QTest::newRow("False") << "UPDATE tblprogramsetting set booTimeRow = False" << "booTimeRow" << "0";
+        QTest::newRow("number") << "UPDATE tblprogramsetting set intColorPick = 2;" << "intColorPick" << "2";
     }
     void everyMenuWriterRunsAsWritten()
     {
         QFETCH(QString, statement);
         QFETCH(QString, column);
-        QFETCH(QVariant, stored);
+        QFETCH(QString, stored);
         Fixture f;
         // Two records: with no WHERE clause both change alike.
-        {
-            Peek peek(f.fp.testDir.dbPath());
-            QVERIFY(peek.exec("INSERT INTO tblprogramsetting (strprogramname) VALUES ('second')"));
-        }
+        QVERIFY(f.sql("INSERT INTO tblprogramsetting (strprogramname) VALUES ('second')"));
         f.settings.execute(statement);
-        Peek peek(f.fp.testDir.dbPath());
-        QCOMPARE(peek.value(QStringLiteral("SELECT count(DISTINCT %1) FROM tblprogramsetting").arg(column)).toInt(), 1);
-        QCOMPARE(peek.value(QStringLiteral("SELECT %1 FROM tblprogramsetting").arg(column)).toInt(), stored.toInt());
+        QCOMPARE(f.rows("SELECT " + column + " FROM tblprogramsetting"), QStringList(2, stored));
     }
 
-    void readersFallBackToDefaultsOnlyWithoutARecord()
+    // Any non-zero Yes/No is on and Null is off; only a missing record gives the defaults.
+    void readersOfTheSettingsRecord()
     {
         Fixture f;
-        {
-            Peek peek(f.fp.testDir.dbPath());
-            QVERIFY(peek.exec("DELETE FROM tblprogramsetting"));
-        }
+        QVERIFY(f.sql("UPDATE tblprogramsetting SET booTimeRow = 5, booAlarmPopupForm = -1, booSound = NULL, "
+                      "booMinimizeToTray = 0, booDonotAskAnyMore = NULL, intColorPick = NULL"));
+        const auto s = f.settings.readSwitches();
+        QVERIFY(s && s->timeRow && s->alarmPopupForm && !s->sound && !s->minimizeToTray);
+        QVERIFY(!f.settings.readDonotAskAnyMore());
+        QCOMPARE(f.settings.intReturnColorPicked(), qint16(0));
+
+        QVERIFY(f.sql("DELETE FROM tblprogramsetting"));
         QVERIFY(!f.settings.readSwitches());
         QVERIFY(!f.settings.readSoundAlarmTimes());
-        QCOMPARE(f.settings.subReturnAlarmclockName(), QStringLiteral("Quorvel Alarm Clock"));
-        QCOMPARE(f.settings.subReturnAlarmclockVersion(), QStringLiteral("1.00"));
+        QCOMPARE(f.settings.subReturnAlarmclockName(), "Quorvel Alarm Clock");
+        QCOMPARE(f.settings.subReturnAlarmclockVersion(), "1.00");
         QCOMPARE(f.settings.intReturnColorPicked(), qint16(0));
         QVERIFY(!f.settings.readDonotAskAnyMore());
         QVERIFY(f.fp.messages.shown.isEmpty());
     }
 
-    void switchesCountAnyNonZeroAsOnAndNullAsOff()
+    void recordsetsReadByNameAndQueriesAreNotEditable()
     {
         Fixture f;
-        {
-            Peek peek(f.fp.testDir.dbPath());
-            QVERIFY(peek.exec("UPDATE tblprogramsetting SET booTimeRow = 5, booAlarmPopupForm = -1, booSound = NULL, "
-                              "booMinimizeToTray = 0, booDonotAskAnyMore = NULL, intColorPick = NULL"));
-        }
-        const auto s = f.settings.readSwitches();
-        QVERIFY(s);
-        QVERIFY(s->timeRow);
-        QVERIFY(s->alarmPopupForm);
-        QVERIFY(!s->sound);
-        QVERIFY(!s->minimizeToTray);
-        QVERIFY(!f.settings.readDonotAskAnyMore());
-        QCOMPARE(f.settings.intReturnColorPicked(), qint16(0));
-    }
-
-    void recordsetsReadByNameAndYesNoAsBooleans()
-    {
-        Fixture f;
-        Recordset rs = f.db.MyDB().openRecordset(
-            QStringLiteral("SELECT booSound, STRPROGRAMNAME, intSoundAlarmTimes FROM tblprogramsetting"));
+        Recordset rs = f.db.MyDB().openRecordset("SELECT booSound, STRPROGRAMNAME FROM tblprogramsetting");
         QVERIFY(!rs.eof());
-        QCOMPARE(rs.field(QStringLiteral("boosound")).typeId(), QMetaType::Bool);
-        QCOMPARE(rs.field(QStringLiteral("booSound")).toBool(), true);
-        QCOMPARE(rs.field(QStringLiteral("strprogramname")).toString(), QStringLiteral("Quorvel Alarm Clock"));
+        QCOMPARE(rs.field("boosound").typeId(), QMetaType::Bool);
+        QCOMPARE(rs.field("booSound").toBool(), true);
+        QCOMPARE(rs.field("strprogramname").toString(), "Quorvel Alarm Clock");
         try {
-            rs.field(QStringLiteral("noSuchColumn"));
+            rs.field("noSuchColumn");
             QFAIL("an unknown column must raise");
         } catch (const AppError &e) {
             QCOMPARE(e.number, 3265L);
         }
+        QVERIFY_THROWS_EXCEPTION(AppError, rs.edit());
+        QVERIFY_THROWS_EXCEPTION(AppError, f.db.MyDB().openTable("tblprogramsetting; DROP TABLE x"));
         rs.moveNext();
         QVERIFY(rs.eof());
     }
@@ -160,63 +103,49 @@ private slots:
     void tableEditsAndAppendsStoreTextExactly()
     {
         Fixture f;
-        const QString hostile = QStringLiteral("'); DROP TABLE tblalarmclock; -- \"quoted\" \\ é ✓");
+        const QString hostile = "'); DROP TABLE tblalarmclock; -- \"quoted\" \\ é ✓";
         {
-            DbHandle h = f.db.MyDB();
-            Recordset rs = h.openTable(QStringLiteral("tblalarmclock"));
-            QVERIFY(rs.eof());
+            Recordset rs = f.db.MyDB().openTable("tblalarmclock");
             for (int i = 0; i < 3; ++i) {
                 rs.addNew();
-                rs.setField(QStringLiteral("stralarmclock"), hostile + QString::number(i));
-                rs.setField(QStringLiteral("booRepeat"), i == 1);
+                rs.setField("stralarmclock", hostile + QString::number(i));
+                rs.setField("booRepeat", i == 1);
                 rs.update();
             }
             rs.close();
         }
-        Recordset back = f.db.MyDB().openRecordset(QStringLiteral("SELECT * FROM tblalarmclock ORDER BY lngalarmclockid;"));
-        for (int i = 0; i < 3; ++i) {
-            QVERIFY(!back.eof());
-            QCOMPARE(back.field(QStringLiteral("stralarmclock")).toString(), hostile + QString::number(i));
-            QCOMPARE(back.field(QStringLiteral("booRepeat")).toBool(), i == 1);
-            QVERIFY(back.field(QStringLiteral("strURL")).isNull());
-            back.moveNext();
-        }
-        QVERIFY(back.eof());
+        QCOMPARE(f.rows("SELECT stralarmclock, booRepeat, strURL FROM tblalarmclock ORDER BY lngalarmclockid"),
+                 QStringList({hostile + "0|0|NULL", hostile + "1|1|NULL", hostile + "2|0|NULL"}));
 
         // Editing the first settings record leaves a second one alone.
+        QVERIFY(f.sql("INSERT INTO tblprogramsetting (strprogramname) VALUES ('second')"));
         {
-            Peek peek(f.fp.testDir.dbPath());
-            QVERIFY(peek.exec("INSERT INTO tblprogramsetting (strprogramname) VALUES ('second')"));
-        }
-        {
-            Recordset rs = f.db.MyDB().openTable(QStringLiteral("tblprogramsetting"));
+            Recordset rs = f.db.MyDB().openTable("tblprogramsetting");
             rs.moveFirst();
             rs.edit();
-            rs.setField(QStringLiteral("strprogramname"), hostile);
+            rs.setField("strprogramname", hostile);
             rs.update();
         }
-        Peek peek(f.fp.testDir.dbPath());
-        QCOMPARE(peek.value("SELECT strprogramname FROM tblprogramsetting ORDER BY lngprogramsettingid").toString(), hostile);
-        QCOMPARE(peek.value("SELECT strprogramname FROM tblprogramsetting ORDER BY lngprogramsettingid DESC").toString(),
-                 QStringLiteral("second"));
+        QCOMPARE(f.rows("SELECT strprogramname FROM tblprogramsetting ORDER BY lngprogramsettingid"),
+                 QStringList({hostile, "second"}));
     }
 
-    void aQueryIsNotEditable()
+    // A locked or missing file shows the two MyDB boxes and ends; a missing one is never created.
+    void myDbEndsOnALockedOrMissingFile()
     {
         Fixture f;
-        Recordset rs = f.db.MyDB().openRecordset(QStringLiteral("SELECT * FROM tblprogramsetting"));
-        QVERIFY_THROWS_EXCEPTION(AppError, rs.edit());
-        QVERIFY_THROWS_EXCEPTION(AppError, f.db.MyDB().openTable(QStringLiteral("tblprogramsetting; DROP TABLE x")));
-    }
+        TestDatabase peek(f.fp.testDir.dbPath());
+        QVERIFY(peek.exec("BEGIN EXCLUSIVE"));
+        QVERIFY(peek.exec("UPDATE tblprogramsetting SET booSound = 0"));
+        QVERIFY_THROWS_EXCEPTION(ProgramEnded, f.db.MyDB());
+        QCOMPARE(f.fp.messages.shown.size(), 2);
+        QVERIFY(peek.exec("ROLLBACK"));
 
-    void myDbNeverCreatesAMissingFile()
-    {
-        Fixture f;
-        QVERIFY(f.fp.testDir.remove(QStringLiteral("alarmclock.mdb")));
+        QVERIFY(f.fp.testDir.remove("alarmclock.mdb"));
         QVERIFY_THROWS_EXCEPTION(ProgramEnded, f.db.MyDB());
         QVERIFY(!QFile::exists(f.fp.testDir.dbPath()));
-        QCOMPARE(f.fp.messages.shown.size(), 2);
-        QVERIFY(f.fp.messages.shown[0].text.startsWith(QStringLiteral("MyDB ERROR,\r\nFILE PATH:\r\n")));
+        QCOMPARE(f.fp.messages.shown.size(), 4);
+        QVERIFY(f.fp.messages.shown[2].text.startsWith("MyDB ERROR,\r\nFILE PATH:\r\n"));
     }
 
     void aReadOnlyFileOpensButRefusesWrites()
@@ -225,42 +154,20 @@ private slots:
             QSKIP("root ignores file permissions");
         Fixture f;
         QFile::setPermissions(f.fp.testDir.dbPath(), QFile::ReadOwner);
-        QCOMPARE(f.settings.subReturnAlarmclockName(), QStringLiteral("Quorvel Alarm Clock"));
-        QVERIFY_THROWS_EXCEPTION(AppError, f.settings.execute(QStringLiteral("UPDATE tblprogramsetting set booSound = False")));
-    }
-
-    void aLockedFileFailsToOpenAfterAShortWait()
-    {
-        Fixture f;
-        Peek peek(f.fp.testDir.dbPath());
-        QVERIFY(peek.exec("BEGIN EXCLUSIVE"));
-        QVERIFY(peek.exec("UPDATE tblprogramsetting SET booSound = 0"));
-        QVERIFY_THROWS_EXCEPTION(ProgramEnded, f.db.MyDB());
-        QCOMPARE(f.fp.messages.shown.size(), 2);
-        QVERIFY(peek.exec("ROLLBACK"));
-    }
-
-    void myDbCloseOpensAndClosesItsOwnHandle()
-    {
-        Fixture f;
-        f.db.MyDBClose();
-        QVERIFY(f.fp.messages.shown.isEmpty());
-        QVERIFY(!f.fp.end.ended);
+        QCOMPARE(f.settings.subReturnAlarmclockName(), "Quorvel Alarm Clock");
+        QVERIFY_THROWS_EXCEPTION(AppError, f.settings.execute("UPDATE tblprogramsetting set booSound = False"));
     }
 
     void aFailingReaderReportsUnderItsOwnName()
     {
         Fixture f;
-        {
-            Peek peek(f.fp.testDir.dbPath());
-            QVERIFY(peek.exec("ALTER TABLE tblprogramsetting RENAME TO gone"));
-        }
+        QVERIFY(f.sql("ALTER TABLE tblprogramsetting RENAME TO gone"));
         QCOMPARE(f.settings.subReturnAlarmclockName(), QString());
         QCOMPARE(f.settings.intReturnColorPicked(), qint16(0));
-        QCOMPARE(f.fp.messages.shown.size(), 2);
-        QVERIFY(f.fp.messages.shown[0].text.startsWith(QStringLiteral("subReturnAlarmclockName\r\n1\r\n")));
-        QVERIFY(f.fp.messages.shown[1].text.startsWith(QStringLiteral("intReturnColorPicked\r\n")));
-        QCOMPARE(f.fp.messages.shown[1].title, QStringLiteral("ERROR"));
+        QCOMPARE(f.fp.messages.texts().size(), 2);
+        QVERIFY(f.fp.messages.texts()[0].startsWith("subReturnAlarmclockName\r\n1\r\n"));
+        QVERIFY(f.fp.messages.texts()[1].startsWith("intReturnColorPicked\r\n"));
+        QCOMPARE(f.fp.messages.shown[1].title, "ERROR");
         QVERIFY_THROWS_EXCEPTION(AppError, f.settings.readSwitches());
     }
 };
