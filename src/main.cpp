@@ -20,8 +20,9 @@
 int main(int argc, char *argv[])
 {
     QApplication app(argc, argv);
-    app.setApplicationName(QStringLiteral("alarmclock"));
-    app.setApplicationDisplayName(QStringLiteral("Quorvel Alarm Clock"));
+    // The name boxes without a title of their own show. Not set as the display
+    // name: Qt would append that to every window's title.
+    app.setApplicationName(QStringLiteral("Quorvel Alarm Clock"));
     app.setApplicationVersion(QStringLiteral(ALARMCLOCK_VERSION));
     // The window may live only as a tray icon; only Exit ends the program.
     app.setQuitOnLastWindowClosed(false);

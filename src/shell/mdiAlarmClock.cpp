@@ -90,6 +90,9 @@ mdiAlarmClock::mdiAlarmClock(const Platform &platform, QWidget *parent)
 
     m_table = new frmAlarmClock(platform, m_db, m_settings, m_state, *this);
     m_tableSub = m_mdiArea->addSubWindow(m_table);
+    // The table window lives as long as the main window; closing it at unload
+    // must not delete it under the main window's feet.
+    m_tableSub->setAttribute(Qt::WA_DeleteOnClose, false);
     m_forms = std::make_unique<SecondaryForms>(platform, m_db, m_settings, m_state, *this, *m_table);
     m_tableSub->setObjectName(QStringLiteral("frmAlarmClockWindow"));
     // No title of its own: a maximized child would append it to the main
