@@ -1,0 +1,290 @@
+"""Measures the real program on a private desktop (the acceptance suite's
+stack: Xvfb, tray host, session bus, PulseAudio null sink) and prints a table.
+
+    /usr/bin/python3 bench/run.py STAGED_APP_DIR [--tick-minutes N] [--trips N] [--quick]
+"""
+
+import argparse
+import os
+import re
+import statistics
+import subprocess
+import sys
+import tempfile
+import time
+
+HERE = os.path.dirname(os.path.abspath(__file__))
+sys.path.insert(0, os.path.join(HERE, '..', 'acceptance'))
+
+from desktop import Desktop, stop_pids, wait_for  # noqa: E402
+import ui  # noqa: E402
+
+ROW13_NUMBER = None  # filled from the first window found
+
+
+def proc_stat(pid):
+    """(cpu seconds, context switches, resident MB) of a process."""
+    with open(f'/proc/{pid}/stat') as f:
+        fields = f.read().rsplit(')', 1)[1].split()
+    ticks = os.sysconf('SC_CLK_TCK')
+    cpu = (int(fields[11]) + int(fields[12])) / ticks
+    switches, rss = 0, 0.0
+    with open(f'/proc/{pid}/status') as f:
+        for line in f:
+            if line.startswith(('voluntary_ctxt_switches', 'nonvoluntary_ctxt_switches')):
+                switches += int(line.split()[1])
+            elif line.startswith('VmRSS'):
+                rss = int(line.split()[1]) / 1024
+    return cpu, switches, rss
+
+
+def percentile(values, p):
+    ordered = sorted(values)
+    k = max(0, min(len(ordered) - 1, round(p / 100 * (len(ordered) - 1))))
+    return ordered[k]
+
+
+def prepare_folder(staged, rows=(), times=1):
+    """A fresh application folder; rows are (date or None, 'hh:nn', text)."""
+    import sqlite3
+    folder = ui.fresh_copy(staged, tempfile.mkdtemp(prefix='alarmclock-bench-'))
+    with sqlite3.connect(os.path.join(folder, 'alarmclock.mdb')) as db:
+        db.execute('UPDATE tblprogramsetting SET intSoundAlarmTimes = ?', (times,))
+        db.executemany('INSERT INTO tblalarmclock (dtalarmclockmmmddyyyy, dtalarmclockhhnn, stralarmclock) '
+                       'VALUES (?, ?, ?)', rows)
+    return folder
+
+
+def launch(desktop, folder, accessible=False):
+    env = dict(desktop.env)
+    if accessible:
+        env['QT_LINUX_ACCESSIBILITY_ALWAYS_ON'] = '1'
+    log = open(os.path.join(desktop.logs, 'bench-app.log'), 'ab')
+    return subprocess.Popen([os.path.join(folder, 'alarmclock')], env=env, cwd=desktop.home,
+                            stdin=subprocess.DEVNULL, stdout=log, stderr=log)
+
+
+def visible_window(pid):
+    out = subprocess.run(['xdotool', 'search', '--onlyvisible', '--pid', str(pid), '--name',
+                          ui.MAIN_TITLE], capture_output=True, text=True).stdout.split()
+    return int(out[0]) if out else None
+
+
+# -- start-up ---------------------------------------------------------------
+
+def measure_startup(desktop, staged, runs):
+    """Exec to the main window mapped, and to the first paint of the last row
+    (row 13's purple number on screen)."""
+    from Xlib import X, display
+    screen = display.Display(desktop.display)
+    root = screen.screen().root
+    mapped, painted = [], []
+    for _ in range(runs):
+        folder = prepare_folder(staged)
+        start = time.monotonic()
+        proc = launch(desktop, folder)
+        window = wait_for(lambda: visible_window(proc.pid), 10, 0.002)
+        t_mapped = time.monotonic() - start
+        # Row 13's number: a purple pixel in the left column of the last row.
+        source = screen.create_resource_object('window', window)
+
+        def purple_row13():
+            try:
+                origin = source.translate_coords(root, 0, 0)
+                image = root.get_image(-origin.x + 4, -origin.y + 470, 40, 60, X.ZPixmap, 0xFFFFFFFF)
+            except Exception:
+                return False
+            data = image.data
+            for i in range(0, len(data) - 3, 4):
+                b, g, r = data[i], data[i + 1], data[i + 2]
+                if r > 150 and b > 150 and g < 60:
+                    return True
+            return False
+        ok = wait_for(purple_row13, 10, 0.002)
+        t_painted = time.monotonic() - start
+        mapped.append(t_mapped * 1000)
+        if ok:
+            painted.append(t_painted * 1000)
+        stop_pids([proc.pid])
+        proc.wait(timeout=5)
+        time.sleep(0.3)
+    return mapped, painted
+
+
+# -- idle cost and memory ------------------------------------------------------
+
+def measure_idle(desktop, staged, seconds):
+    folder = prepare_folder(staged)
+    proc = launch(desktop, folder)
+    window = wait_for(lambda: visible_window(proc.pid), 10, 0.01)
+    time.sleep(10)
+    cpu0, sw0, rss10 = proc_stat(proc.pid)
+    time.sleep(seconds)
+    cpu1, sw1, _ = proc_stat(proc.pid)
+    shown = ((cpu1 - cpu0) * 1000 * 60 / seconds, (sw1 - sw0) * 60 / seconds)
+    # Minimizing hides the window to the tray (the default setting).
+    subprocess.run(['xdotool', 'windowminimize', str(window)], capture_output=True)
+    wait_for(lambda: visible_window(proc.pid) is None, 5, 0.05)
+    time.sleep(2)
+    cpu0, sw0, _ = proc_stat(proc.pid)
+    time.sleep(seconds)
+    cpu1, sw1, rss_end = proc_stat(proc.pid)
+    hidden = ((cpu1 - cpu0) * 1000 * 60 / seconds, (sw1 - sw0) * 60 / seconds)
+    stop_pids([proc.pid])
+    return shown, hidden, rss10
+
+
+# -- alarm onset -------------------------------------------------------------
+
+def minute_rows(first_minute_start, count, step=1):
+    rows = []
+    for k in range(count):
+        t = time.localtime(first_minute_start + 60 * step * k)
+        rows.append((None, time.strftime('%H:%M', t), f'bench {k}'))
+    return rows
+
+
+def next_minute(now, margin=20):
+    start = (int(now) // 60 + 1) * 60
+    return start if start - now >= margin else start + 60
+
+
+def measure_onsets(desktop, staged, trips):
+    first = next_minute(time.time())
+    folder = prepare_folder(staged, minute_rows(first, trips))
+    proc = launch(desktop, folder)
+    wait_for(lambda: visible_window(proc.pid), 10, 0.01)
+    delays, missed = [], 0
+    for k in range(trips):
+        boundary = first + 60 * k
+        while time.time() < boundary + 3:
+            time.sleep(0.2)
+        onsets = desktop.recorder.onsets(boundary - 0.5, boundary + 3)
+        if onsets:
+            delays.append((onsets[0] - boundary) * 1000)
+        else:
+            missed += 1
+    stop_pids([proc.pid])
+    return delays, missed
+
+
+# -- tick punctuality (and memory over a long run) -----------------------------
+
+def find_clock_label(node, pattern, depth=0):
+    """The label that shows the current date and time (its name is its text)."""
+    if depth > 30:
+        return None
+    try:
+        if ui.role(node) == 'label' and pattern.match(ui.name(node) or ''):
+            return node
+        for child in node:
+            if child is not None:
+                found = find_clock_label(child, pattern, depth + 1)
+                if found is not None:
+                    return found
+    except Exception:
+        return None
+    return None
+
+
+def measure_ticks(desktop, staged, minutes):
+    """Every wall-clock second must get exactly one tick. Ticks are observed
+    from outside, by polling the accessible name (its text) of the
+    date-and-time label, with one core kept busy by another process and
+    alarms sounding every two minutes."""
+    start_at = next_minute(time.time(), margin=25)
+    rows = minute_rows(start_at + 60, max(1, minutes // 2), step=2)
+    folder = prepare_folder(staged, rows, times=2)
+    proc = launch(desktop, folder, accessible=True)
+    app = ui.App(desktop, folder)
+    app.proc = proc
+    app.main(30)
+    time.sleep(10)
+    _, _, rss_start = proc_stat(proc.pid)
+
+    # The label's accessible name is its text; poll it every few
+    # milliseconds and stamp each change with the wall clock.
+    pattern = re.compile(r'^\w{3} \d{2}, \d{4} \d{2}:\d{2}:(\d{2})$')
+    frame = app.main(30)
+    label = wait_for(lambda: find_clock_label(frame, pattern), 10)
+    events = []
+    busy = subprocess.Popen(['python3', '-c', 'while True: pass'])
+    t0 = time.time()
+    last = None
+    while time.time() - t0 < minutes * 60:
+        try:
+            text = label.name
+        except Exception:
+            text = None
+        stamp = time.time()
+        if text and text != last:
+            match = pattern.match(text)
+            if match:
+                events.append((stamp, int(match.group(1))))
+            last = text
+        time.sleep(0.003)
+    t1 = time.time()
+    busy.kill()
+    _, _, rss_end = proc_stat(proc.pid)
+    stop_pids([proc.pid])
+
+    # One observed tick per wall second between the first and last full seconds.
+    by_second = {}
+    for stamp, shown_second in events:
+        second = int(stamp)
+        # An event read a little after its boundary belongs to the second it shows.
+        if (second % 60) != shown_second and ((second - 1) % 60) == shown_second:
+            second -= 1
+        by_second.setdefault(second, []).append(stamp - second)
+    span = range(int(t0) + 2, int(t1) - 1)
+    skipped = sum(1 for s in span if s not in by_second)
+    doubled = sum(1 for s in span if len(by_second.get(s, [])) > 1)
+    offsets = [min(v) * 1000 for s, v in by_second.items() if s in span]
+    return len(span), skipped, doubled, offsets, rss_start, rss_end
+
+
+def main():
+    parser = argparse.ArgumentParser()
+    parser.add_argument('app_dir')
+    parser.add_argument('--tick-minutes', type=int, default=10)
+    parser.add_argument('--trips', type=int, default=5)
+    parser.add_argument('--startup-runs', type=int, default=10)
+    parser.add_argument('--idle-seconds', type=int, default=60)
+    args = parser.parse_args()
+
+    desktop = Desktop()
+    desktop.start()
+    rows = []
+    try:
+        mapped, painted = measure_startup(desktop, args.app_dir, args.startup_runs)
+        rows.append(('start-up to window mapped (ms)', 'median %.0f, max %.0f' % (statistics.median(mapped), max(mapped))))
+        if painted:
+            rows.append(('start-up to table painted (ms)', 'median %.0f, max %.0f (%d/%d runs)'
+                         % (statistics.median(painted), max(painted), len(painted), len(mapped))))
+        shown, hidden, rss10 = measure_idle(desktop, args.app_dir, args.idle_seconds)
+        rows.append(('resident memory after 10 s (MB)', '%.1f' % rss10))
+        rows.append(('idle CPU per minute, shown (ms)', '%.1f (%.0f context switches)' % shown))
+        rows.append(('idle CPU per minute, in tray (ms)', '%.1f (%.0f context switches)' % hidden))
+        delays, missed = measure_onsets(desktop, args.app_dir, args.trips)
+        if delays:
+            rows.append(('alarm onset after hh:nn:00 (ms)', 'min %.1f, median %.1f, p95 %.1f, max %.1f; %d missed'
+                         % (min(delays), statistics.median(delays), percentile(delays, 95), max(delays), missed)))
+        else:
+            rows.append(('alarm onset after hh:nn:00 (ms)', 'no onset heard; %d missed' % missed))
+        seconds, skipped, doubled, offsets, rss_a, rss_b = measure_ticks(desktop, args.app_dir, args.tick_minutes)
+        rows.append(('ticks over %d min, one core busy' % args.tick_minutes,
+                     '%d seconds, %d skipped, %d doubled' % (seconds, skipped, doubled)))
+        if offsets:
+            rows.append(('tick seen after its second (ms)', 'median %.1f, p95 %.1f, max %.1f'
+                         % (statistics.median(offsets), percentile(offsets, 95), max(offsets))))
+        rows.append(('resident memory over the run (MB)', 'start %.1f, end %.1f' % (rss_a, rss_b)))
+    finally:
+        desktop.stop()
+    width = max(len(r[0]) for r in rows)
+    print()
+    for name, value in rows:
+        print(f'{name:<{width}}  {value}')
+
+
+if __name__ == '__main__':
+    main()
