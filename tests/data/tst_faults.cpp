@@ -1,0 +1,462 @@
+// Faults from outside the program: files it may not write, locks held by
+// other processes, a full disk, a kill in the middle of a save, broken sounds
+// and pictures, hostile text. Nothing may crash, and the table always holds
+// the rows of one whole save: the old ones or the new ones, never a mix.
+
+#include "fakes/LoadedMainWindow.h"
+#include "fakes/TestDatabase.h"
+#include "platform/qt/DesktopUrlOpener.h"
+#include "platform/qt/PulseSoundPlayer.h"
+#include "platform/qt/QtPictureLoader.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QProcess>
+#include <QRandomGenerator>
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QtTest>
+
+#include <csignal>
+#include <cstdio>
+#include <sys/fsuid.h>
+#include <sys/stat.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+namespace {
+
+const QString kRows = QStringLiteral("SELECT dtalarmclockmmmddyyyy, dtalarmclockhhnn, stralarmclock, strURL, "
+                                     "strWAVEFileNamePath, booRepeat FROM tblalarmclock ORDER BY lngalarmclockid");
+
+QStringList storedRows(const QString &db) { return TestDatabase(db, QStringLiteral("peek-rows")).rows(kRows); }
+
+// Set A or B: distinct in every column, dated and daily rows mixed, each
+// description `width` characters long.
+void fillSet(frmAlarmClock *t, QChar set, int width)
+{
+    const int shift = set == QLatin1Char('A') ? 0 : 1;
+    for (int i = 0; i < 13; ++i) {
+        t->txtACDate[i]->setText((i + shift) % 2 ? QStringLiteral("Oct %1, 2031").arg(10 + i + shift) : QString());
+        t->txtACTime[i]->setText(QStringLiteral("%1:%2").arg(i + 6, 2, 10, QLatin1Char('0')).arg(shift * 30 + i, 2, 10, QLatin1Char('0')));
+        t->txtACDetails[i]->setText(QStringLiteral("set %1 row %2 ").arg(set).arg(i).leftJustified(width, set));
+        t->txtURL[i]->setText(QStringLiteral("https://example.org/%1/%2").arg(set).arg(i));
+        t->txtWAVEFileNamePath[i]->setText(QStringLiteral("/sounds/%1%2.wav").arg(set).arg(i));
+        t->txtACDate_LostFocus(i);
+        t->txtACTime_LostFocus(i);
+    }
+}
+
+// Every fake, on an existing folder (FakePlatform would copy one of its own,
+// which a killed child would leave behind).
+struct FolderPlatform {
+    FakeMessageBox messages; FakeInputBox input; FakeSoundPlayer sound; FakeTrayIcon tray; FakeUrlOpener browser;
+    FakeColourPicker colours; FakeClock clock; FakeFileSystem files; FakeAppDirectory appDir;
+    FakeInstanceGuard instance; FakeVersionInfo version; FakeProgramEnd end; FakePictureLoader pictures;
+    explicit FolderPlatform(const QString &folder) : appDir(folder) {}
+    Platform platform()
+    {
+        return Platform{messages, input, sound, tray, browser, colours, clock, files, appDir, instance, version, end, pictures};
+    }
+};
+
+// Child mode: load a window on the folder and save the sets in `plan` ("A",
+// "AB"; "loop" alternates until killed, or for a minute). Prints every box.
+int saveChild(const QString &folder, const QString &plan, int width)
+{
+    FolderPlatform fp(folder);
+    mdiAlarmClock w(fp.platform());
+    w.MDIForm_Load();
+    std::puts("ready");
+    std::fflush(stdout);
+    QElapsedTimer running;
+    running.start();
+    const bool loop = plan == QLatin1String("loop");
+    for (int n = 0; loop ? running.elapsed() < 60000 : n < plan.size(); ++n) {
+        fillSet(w.tableWindow(), loop ? QLatin1Char(n % 2 ? 'B' : 'A') : plan[n], width);
+        w.tableWindow()->basSaveAlarmClocks();
+        for (const QString &text : fp.messages.texts())
+            std::printf("box: %s\n", qPrintable(QString(text).replace(QLatin1String("\r\n"), QLatin1String(" | "))));
+        fp.messages.shown.clear();
+    }
+    return 0;
+}
+
+// Child mode: hold a lock on the database until stdin closes.
+int lockChild(const QString &db, const QString &kind)
+{
+    QSqlDatabase c = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"));
+    c.setDatabaseName(db);
+    c.open();
+    QSqlQuery q(c);
+    const bool held = q.exec(QStringLiteral("BEGIN %1").arg(kind))
+                      && q.exec(QStringLiteral("UPDATE tblprogramsetting SET intColorPick = intColorPick"));
+    std::puts(held ? "held" : "failed");
+    std::fflush(stdout);
+    while (std::getchar() != EOF)
+        continue;
+    return 0;
+}
+
+// This program again, in a child mode; started, and past its first line.
+struct Child {
+    QProcess p;
+    QByteArray firstLine;
+    Child(const QStringList &args, const std::function<void()> &inChild = {})
+    {
+        if (inChild)
+            p.setChildProcessModifier(inChild);
+        p.start(QCoreApplication::applicationFilePath(), args);
+        if (p.waitForReadyRead(20000))
+            firstLine = p.readLine().trimmed();
+    }
+    ~Child()
+    {
+        p.closeWriteChannel();
+        if (!p.waitForFinished(20000))
+            p.kill();
+    }
+    QByteArray rest()
+    {
+        p.waitForFinished(60000);
+        return p.readAll();
+    }
+};
+
+// Takes write permission on the database file, or on its whole folder, away
+// from this thread. Root passes permission bits, so as root the thread also
+// acts as "nobody" towards the file system (setfsuid) until the guard ends.
+class WriteProtect {
+public:
+    WriteProtect(const QString &folder, bool wholeFolder)
+        : m_folder(QFile::encodeName(folder)), m_db(QFile::encodeName(folder + QStringLiteral("/alarmclock.mdb"))),
+          m_wholeFolder(wholeFolder)
+    {
+        chmod(m_folder, wholeFolder ? 0555 : 0755);
+        chmod(m_db, wholeFolder ? 0666 : 0444);
+        if (geteuid() == 0) {
+            setfsgid(65534);
+            setfsuid(65534);
+        }
+    }
+    ~WriteProtect()
+    {
+        setfsuid(0);
+        setfsgid(0);
+        chmod(m_folder, 0700);
+        chmod(m_db, 0644);
+    }
+    // Whether writing is really refused now.
+    bool holds() const
+    {
+        if (!m_wholeFolder)
+            return !QFile(QFile::decodeName(m_db)).open(QIODevice::ReadWrite);
+        QFile probe(QFile::decodeName(m_folder) + QStringLiteral("/probe"));
+        const bool created = probe.open(QIODevice::WriteOnly);
+        probe.remove();
+        return !created;
+    }
+
+private:
+    QByteArray m_folder, m_db;
+    bool m_wholeFolder;
+};
+
+void expectSaveError(const FakeMessageBox &messages)
+{
+    QCOMPARE(messages.shown.size(), 1);
+    QCOMPARE(messages.shown[0].title, QStringLiteral("ERROR"));
+    QVERIFY2(messages.shown[0].text.startsWith(QStringLiteral("basSaveAlarmClocks\r\n")), qPrintable(messages.shown[0].text));
+}
+
+Platform withServices(FakePlatform &fp, SoundPlayer &sound, PictureLoader &pictures)
+{
+    return Platform{fp.messages, fp.input, sound, fp.tray, fp.browser, fp.colours, fp.clock,
+                    fp.files, fp.appDir, fp.instance, fp.version, fp.end, pictures};
+}
+
+QByteArray wavHeader(quint32 dataBytes)
+{
+    QByteArray h("RIFF....WAVEfmt \x10\0\0\0\x01\0\x01\0\x40\x1f\0\0\x80\x3e\0\0\x02\0\x10\0data....", 44);
+    const quint32 riff = dataBytes + 36;
+    std::memcpy(h.data() + 4, &riff, 4);
+    std::memcpy(h.data() + 40, &dataBytes, 4);
+    return h;
+}
+
+} // namespace
+
+class FaultsTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void unwritableDatabaseFailsTheSaveAndKeepsTheRows_data()
+    {
+        QTest::addColumn<bool>("wholeFolder");
+        QTest::newRow("database read-only") << false;
+        QTest::newRow("folder read-only") << true;
+    }
+    void unwritableDatabaseFailsTheSaveAndKeepsTheRows()
+    {
+        QFETCH(bool, wholeFolder);
+        LoadedMainWindow m;
+        fillSet(m.t, QLatin1Char('A'), 20);
+        m.t->basSaveAlarmClocks();
+        const QStringList before = storedRows(m.fp.testDir.dbPath());
+        QCOMPARE(before.size(), 13);
+        fillSet(m.t, QLatin1Char('B'), 20);
+        {
+            WriteProtect guard(m.fp.testDir.path(), wholeFolder);
+            if (!guard.holds())
+                QSKIP("write permission cannot be taken away here (root without setfsuid?)");
+            m.t->basSaveAlarmClocks();
+        }
+        expectSaveError(m.fp.messages);
+        QCOMPARE(storedRows(m.fp.testDir.dbPath()), before);
+    }
+
+    // Another process holding the file: at start-up MyDB gives up after its
+    // short wait and the program ends; at save time the save fails alone.
+    void anotherProcessLockingTheDatabase()
+    {
+        {
+            FakePlatform fp;
+            const QStringList before = storedRows(fp.testDir.dbPath());
+            Child holder({"--lock", fp.testDir.dbPath(), "EXCLUSIVE"});
+            QCOMPARE(holder.firstLine, QByteArray("held"));
+            mdiAlarmClock w(fp.platform());
+            QVERIFY_THROWS_EXCEPTION(ProgramEnded, w.MDIForm_Load());
+            const QStringList lines = fp.messages.texts().value(0).split(QStringLiteral("\r\n"));
+            QCOMPARE(lines.mid(0, 2), QStringList({"MyDB ERROR,", "FILE PATH:"}));
+            QCOMPARE(lines.mid(3), QStringList({"Error #5", "database is locked"}));
+            QCOMPARE(fp.messages.texts().value(1), "The application will now close safely, contact your developer.");
+            holder.p.closeWriteChannel();
+            QVERIFY(holder.p.waitForFinished(10000));
+            QCOMPARE(storedRows(fp.testDir.dbPath()), before);
+        }
+        LoadedMainWindow m;
+        fillSet(m.t, QLatin1Char('A'), 20);
+        m.t->basSaveAlarmClocks();
+        const QStringList before = storedRows(m.fp.testDir.dbPath());
+        Child holder({"--lock", m.fp.testDir.dbPath(), "IMMEDIATE"});
+        QCOMPARE(holder.firstLine, QByteArray("held"));
+        fillSet(m.t, QLatin1Char('B'), 20);
+        m.t->basSaveAlarmClocks();
+        expectSaveError(m.fp.messages);
+        QVERIFY(m.fp.messages.shown[0].text.contains(QStringLiteral("database is locked")));
+        holder.p.closeWriteChannel();
+        QVERIFY(holder.p.waitForFinished(10000));
+        QCOMPARE(storedRows(m.fp.testDir.dbPath()), before);
+    }
+
+    // The save runs in a child that may not grow any file past the current
+    // size of the database: the disk is full as far as it can tell.
+    void aFullDiskFailsTheSaveAndKeepsTheRows()
+    {
+        LoadedMainWindow m;
+        fillSet(m.t, QLatin1Char('A'), 20);
+        m.t->basSaveAlarmClocks();
+        const QString db = m.fp.testDir.dbPath();
+        const QStringList before = storedRows(db);
+        const rlim_t limit = rlim_t(QFileInfo(db).size() + 512);
+        Child saver({"--save", m.fp.testDir.path(), "B", "3000"}, [limit] {
+            const rlimit rl{limit, limit};
+            setrlimit(RLIMIT_FSIZE, &rl);
+            std::signal(SIGXFSZ, SIG_IGN);
+        });
+        QCOMPARE(saver.firstLine, QByteArray("ready"));
+        const QByteArray output = saver.rest();
+        QCOMPARE(saver.p.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(saver.p.exitCode(), 0);
+        QVERIFY2(output.startsWith("box: basSaveAlarmClocks | "), output.constData());
+        QCOMPARE(output.count("box: "), 1);
+        QCOMPARE(storedRows(db), before);
+        QCOMPARE(TestDatabase(db, "check").value("PRAGMA integrity_check").toString(), QStringLiteral("ok"));
+    }
+
+    // ALARMCLOCK_KILLS sets the number of kills (scripts/reliability.sh runs hundreds).
+    void killedWhileSavingLeavesOneWholeSet()
+    {
+        const int kills = qEnvironmentVariableIsSet("ALARMCLOCK_KILLS") ? qEnvironmentVariableIntValue("ALARMCLOCK_KILLS") : 20;
+        TestAppDir dir;
+        const QString db = dir.dbPath();
+        QCOMPARE(Child({"--save", dir.path(), "A", "200"}).rest(), QByteArray());
+        const QStringList setA = storedRows(db);
+        QCOMPARE(Child({"--save", dir.path(), "B", "200"}).rest(), QByteArray());
+        const QStringList setB = storedRows(db);
+        QCOMPARE(setA.size(), 13);
+        QCOMPARE(setB.size(), 13);
+        QVERIFY(setA != setB);
+
+        int midSave = 0;
+        for (int k = 0; k < kills; ++k) {
+            {
+                Child saver({"--save", dir.path(), "loop", "200"});
+                QCOMPARE(saver.firstLine, QByteArray("ready"));
+                QTest::qSleep(QRandomGenerator::global()->bounded(200));
+                saver.p.kill(); // SIGKILL
+                QVERIFY(saver.p.waitForFinished(10000));
+                QVERIFY2(!saver.p.readAll().contains("box:"), "a save failed before the kill");
+            }
+            // A journal left behind means the kill fell inside a transaction.
+            if (QFileInfo(db + QStringLiteral("-journal")).size() > 0)
+                ++midSave;
+            const QStringList rows = storedRows(db);
+            QVERIFY2(rows == setA || rows == setB, qPrintable(QStringLiteral("kill %1: %2 rows").arg(k).arg(rows.size())));
+        }
+        qInfo("%d kills survived, %d of them inside a save's transaction", kills, midSave);
+    }
+
+    void brokenSoundsPlayAndReturn_data()
+    {
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<bool>("rowSound"); // the row names the file; otherwise the default alarm.wav
+        QTest::newRow("alarm.wav cut in its header") << "alarm.wav" << wavHeader(16000).left(20) << false;
+        QTest::newRow("alarm.wav cut mid-sample") << "alarm.wav" << wavHeader(16000) + QByteArray(101, '\x40') << false;
+        QTest::newRow("row sound claims 4 GB") << "huge.wav" << wavHeader(0xFFFFFFF0u) + QByteArray(64, '\x10') << true;
+        QTest::newRow("row sound not audio") << "notes.wav" << QByteArray("RIFF but only words\n").repeated(50) << true;
+    }
+    void brokenSoundsPlayAndReturn()
+    {
+        QFETCH(QString, file);
+        QFETCH(QByteArray, bytes);
+        QFETCH(bool, rowSound);
+        FakePlatform fp;
+        QVERIFY(fp.testDir.writeBytes(file, bytes));
+        PulseSoundPlayer player;
+        mdiAlarmClock w(withServices(fp, player, fp.pictures));
+        w.MDIForm_Load();
+        frmAlarmClock *t = w.tableWindow();
+        t->txtSoundOffTimes->setText(QStringLiteral("2"));
+        t->txtWAVEFileNamePath[0]->setText(rowSound ? fp.testDir.filePath(file) : QString());
+        t->txtACTime[0]->setText(QStringLiteral("14:06"));
+        w.state().strAlarmTimes[0] = QStringLiteral("14:06");
+        QElapsedTimer took;
+        took.start();
+        fp.clock.set(QDateTime(QDate(2031, 9, 30), QTime(14, 6, 0)));
+        t->tmrAlarmClock_Timer();
+        // The clock moves on, so a real tick during the next play is no trip.
+        fp.clock.set(QDateTime(QDate(2031, 9, 30), QTime(14, 6, 15)));
+        t->tmrAlarmSound_Timer();
+        QVERIFY2(took.elapsed() < 10000, qPrintable(QString::number(took.elapsed())));
+        QVERIFY(!t->tmrAlarmSound->isActive());
+        QVERIFY(t->chkSoundOnOff->isChecked());
+    }
+
+    void brokenPicturesAreIgnoredSilently()
+    {
+        FakePlatform fp;
+        QByteArray giant("BM\0\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\xff\xff\xff\x7f\x50\xc3\0\0\x01\0\x20\0", 30);
+        giant += QByteArray(24, '\0') + QByteArray(64, '\x7f');
+        QVERIFY(fp.testDir.writeBytes("backgroundregular.bmp", giant));
+        QVERIFY(fp.testDir.writeBytes("backgroundmatrix.bmp", giant.left(20)));
+        QVERIFY(fp.testDir.writeBytes("backgroundcustom.bmp", QByteArray()));
+        QtPictureLoader pictures;
+        mdiAlarmClock w(withServices(fp, fp.sound, pictures));
+        w.MDIForm_Load();
+        w.mnuColorMatrix_Click();
+        w.mnuColorCustom_Click();
+        QVERIFY(w.isVisible());
+        QVERIFY(fp.messages.shown.isEmpty());
+    }
+
+    // Quotes, SQL, control characters, right-to-left marks and a very long
+    // text come back exactly as typed. Blanks at either end would be trimmed
+    // on loading, as for any value, so the texts are bracketed.
+    void hostileTextRoundTripsExactly()
+    {
+        QString junk;
+        for (int b = 1; b < 256; ++b)
+            junk += QChar(b);
+        QRandomGenerator random(20311030);
+        for (int i = 0; i < 500; ++i)
+            junk += QChar(char16_t(random.bounded(1, 0xD800)));
+        const QStringList texts = {
+            QStringLiteral("it's \"quoted\" `back` \\ %s %n ?1 :name"),
+            QStringLiteral("'); DROP TABLE tblalarmclock; --"),
+            QLatin1Char('[') + junk + QLatin1Char(']'),
+            QStringLiteral(u"\u200Fright\u202Eto-left\u202C \u05E9\u05DC\u05D5\u05DD \u0627\u0644\u0633\u0644\u0627\u0645"),
+            QStringLiteral("0123456789").repeated(1000),
+        };
+        LoadedMainWindow m;
+        for (int i = 0; i < 13; ++i) {
+            m.t->txtACDetails[i]->setText(texts[i % texts.size()]);
+            m.t->txtURL[i]->setText(texts[(i + 1) % texts.size()]);
+            m.t->txtWAVEFileNamePath[i]->setText(texts[(i + 2) % texts.size()]);
+        }
+        m.t->cmdSave_Click();
+        QVERIFY(m.fp.messages.shown.isEmpty());
+        mdiAlarmClock again(m.fp.platform());
+        again.MDIForm_Load();
+        for (int i = 0; i < 13; ++i) {
+            frmAlarmClock *t = again.tableWindow();
+            QVERIFY2(t->txtACDetails[i]->text() == texts[i % texts.size()], qPrintable(QString::number(i)));
+            QVERIFY2(t->txtURL[i]->text() == texts[(i + 1) % texts.size()], qPrintable(QString::number(i)));
+            QVERIFY2(t->txtWAVEFileNamePath[i]->text() == texts[(i + 2) % texts.size()], qPrintable(QString::number(i)));
+        }
+    }
+
+    // The browser gets the address as one argument and no shell sees it: a
+    // stand-in xdg-open on a bare PATH records what arrived. The offscreen
+    // platform opens nothing at all, so a child on linuxfb (which needs no
+    // device for this) takes the desktop platforms' own launch path.
+    void anAddressReachesTheBrowserAsOneWord()
+    {
+        QTemporaryDir bin;
+        const QString args = bin.filePath(QStringLiteral("args"));
+        const QString owned = bin.filePath(QStringLiteral("owned"));
+        const QString address = QStringLiteral("x; touch ") + owned;
+        QFile opener(bin.filePath(QStringLiteral("xdg-open")));
+        QVERIFY(opener.open(QIODevice::WriteOnly));
+        opener.write(QStringLiteral("#!/bin/sh\nprintf '%s\\n' \"$#\" \"$@\" > '%1.tmp' && /bin/mv '%1.tmp' '%1'\n")
+                         .arg(args).toUtf8());
+        opener.close();
+        opener.setPermissions(QFileDevice::ExeOwner | QFileDevice::ReadOwner);
+
+        QVERIFY(!DesktopUrlOpener().open(address));
+        QProcess child;
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        for (const char *name : {"BROWSER", "DEFAULT_BROWSER", "XDG_CURRENT_DESKTOP", "KDE_FULL_SESSION", "DESKTOP_SESSION"})
+            env.remove(QString::fromLatin1(name));
+        env.insert(QStringLiteral("PATH"), bin.path());
+        env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("linuxfb"));
+        child.setProcessEnvironment(env);
+        child.start(QCoreApplication::applicationFilePath(), {"--open", address});
+        QVERIFY(child.waitForFinished(20000));
+        if (child.readAllStandardOutput().trimmed() != "opened")
+            QSKIP("linuxfb cannot launch a browser here");
+        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(args), 10000);
+        QFile arrived(args);
+        QVERIFY(arrived.open(QIODevice::ReadOnly));
+        const QList<QByteArray> lines = arrived.readAll().split('\n');
+        QCOMPARE(lines.value(0), QByteArray("1"));
+        QCOMPARE(QUrl::fromEncoded(lines.value(1)).toString(), address);
+        QTest::qWait(200);
+        QVERIFY(!QFile::exists(owned));
+    }
+};
+
+int main(int argc, char **argv)
+{
+    if (argc == 5 && qstrcmp(argv[1], "--save") == 0) {
+        QApplication app(argc, argv);
+        return saveChild(QString::fromLocal8Bit(argv[2]), QString::fromLatin1(argv[3]), atoi(argv[4]));
+    }
+    if (argc == 3 && qstrcmp(argv[1], "--open") == 0) {
+        QApplication app(argc, argv);
+        const bool opened = DesktopUrlOpener().open(QString::fromLocal8Bit(argv[2]));
+        std::puts(opened ? "opened" : "refused");
+        std::fflush(stdout); // a leak check at exit may end the process without flushing
+        return 0;
+    }
+    if (argc == 4 && qstrcmp(argv[1], "--lock") == 0) {
+        QCoreApplication app(argc, argv);
+        return lockChild(QString::fromLocal8Bit(argv[2]), QString::fromLatin1(argv[3]));
+    }
+    QApplication app(argc, argv);
+    FaultsTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_faults.moc"
