@@ -79,6 +79,9 @@ frmAlarmClock::frmAlarmClock(const Platform &platform, Database &db, ProgramSett
     setFont(arial);
     buildControls();
     connectHandlers();
+    // Flat row buttons draw no focus frame of their own; keyboard users must
+    // see where they are in every colour scheme.
+    setStyleSheet(QStringLiteral("QToolButton:focus { border: 2px solid #3d8ee9; border-radius: 3px; }"));
 }
 
 // ---------------------------------------------------------------------------
