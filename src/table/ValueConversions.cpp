@@ -5,10 +5,6 @@
 #include <limits>
 #include <string>
 
-namespace {
-
-bool isAsciiDigit(QChar c) { return c >= QLatin1Char('0') && c <= QLatin1Char('9'); }
-
 int hexDigitValue(QChar c)
 {
     const char16_t u = c.unicode();
@@ -20,6 +16,10 @@ int hexDigitValue(QChar c)
         return u - u'A' + 10;
     return -1;
 }
+
+namespace {
+
+bool isAsciiDigit(QChar c) { return c >= QLatin1Char('0') && c <= QLatin1Char('9'); }
 
 bool isNumericType(const QVariant &v)
 {

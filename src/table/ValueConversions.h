@@ -22,6 +22,8 @@ double doubleValue(const QVariant &v);
 double wholePart(double d);
 
 // Helpers shared with the other text parsers.
+// 0..15 for a hexadecimal digit (either case), -1 for anything else.
+int hexDigitValue(QChar c);
 bool isBlank(QChar c); // space or tab
 QString trimBlanks(const QString &text);
 // A plain decimal number: optional blanks, sign, digits with an optional
