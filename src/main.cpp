@@ -12,7 +12,9 @@
 #include "platform/qt/QtPictureLoader.h"
 #include "platform/qt/QtTrayIcon.h"
 #include "platform/qt/SystemClock.h"
+#include "platform/qt/LinuxWallTimer.h"
 #include "shell/AppIcon.h"
+#include "shell/CursorBlinkRest.h"
 #include "shell/mdiAlarmClock.h"
 
 #include <QApplication>
@@ -26,6 +28,7 @@ int main(int argc, char *argv[])
     app.setApplicationVersion(QStringLiteral(ALARMCLOCK_VERSION));
     // The window may live only as a tray icon; only Exit ends the program.
     app.setQuitOnLastWindowClosed(false);
+    const CursorBlinkRest blinkRest;
     const QIcon icon = makeAppIcon();
     app.setWindowIcon(icon);
 
@@ -42,8 +45,9 @@ int main(int argc, char *argv[])
     BuildVersionInfo version;
     ExitProgramEnd end;
     QtPictureLoader pictures;
-    const Platform platform{messages, input,  sound,    tray, browser, colours, clock,
-                            files,    appDir, instance, version, end,  pictures};
+    LinuxWallTimer wallTimer;
+    const Platform platform{messages, input,   sound, tray,     browser, colours,  clock,
+                            files,    appDir,  instance, version, end,   pictures, wallTimer};
 
     mdiAlarmClock window(platform);
     window.MDIForm_Load();

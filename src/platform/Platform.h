@@ -13,6 +13,7 @@ class InstanceGuard;
 class VersionInfo;
 class ProgramEnd;
 class PictureLoader;
+class WallTimer;
 
 // The platform services a window may use, handed to it at construction. The
 // program owns one real set (main.cpp); tests own a set of fakes.
@@ -30,4 +31,5 @@ struct Platform {
     VersionInfo &version;
     ProgramEnd &end;
     PictureLoader &pictures;
+    WallTimer &wallTimer;
 };

@@ -8,6 +8,7 @@
 #include "platform/MessageBox.h"
 #include "platform/ProgramEnd.h"
 #include "platform/TrayIcon.h"
+#include "platform/WallTimer.h"
 #include "shell/SecondaryForms.h"
 #include "shell/TrayTip.h"
 #include "table/ValueConversions.h"
@@ -652,6 +653,7 @@ void mdiAlarmClock::changeEvent(QEvent *event)
     m_state.intMDIWindowState = state;
     if (state != 1) {
         m_state.bEvaluateNow = true;
+        m_table->subWakeClock();
     } else if (m_table->chkMinimizeToTray->isChecked()) {
         // Hidden once the minimize has finished, not in the middle of it.
         QMetaObject::invokeMethod(

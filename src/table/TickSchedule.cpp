@@ -1,9 +1,9 @@
 #include "table/TickSchedule.h"
 
-#include <algorithm>
-
-int msUntilNextTick(int msIntoSecond)
+QDateTime nextTickAt(const QDateTime &now, bool wholeMinutes)
 {
-    const int ms = std::clamp(msIntoSecond, 0, 999);
-    return 1000 - ms + kTickOffsetMs;
+    const QTime t = now.time();
+    QDateTime second = now;
+    second.setTime(QTime(t.hour(), t.minute(), t.second()));
+    return second.addSecs(wholeMinutes ? 60 - t.second() : 1);
 }

@@ -1,11 +1,8 @@
 #pragma once
 
-// The one-second clock is a single-shot timer re-armed on every tick so that
-// it fires just after each wall-clock second begins.
+#include <QDateTime>
 
-// Aim slightly past the second boundary so a timer that runs a little early
-// still lands in the new second.
-constexpr int kTickOffsetMs = 2;
-
-// Delay from a tick at 'msIntoSecond' (0..999; clamped) to the next one.
-int msUntilNextTick(int msIntoSecond);
+// The clock ticks at the start of every wall-clock second. While the window
+// is hidden a tick has nothing to show, and only the first second of a
+// minute can trip an alarm, so it may sleep to the start of the next minute.
+QDateTime nextTickAt(const QDateTime &now, bool wholeMinutes);

@@ -15,11 +15,13 @@
 #include "platform/PictureLoader.h"
 #include "platform/SoundPlayer.h"
 #include "platform/UrlOpener.h"
+#include "platform/WallTimer.h"
 #include "shell/ShellLink.h"
 #include "table/AlarmMoment.h"
 #include "table/CountdownText.h"
 #include "table/DateText.h"
 #include "table/RowState.h"
+#include "table/FlatRowButton.h"
 #include "table/TickSchedule.h"
 #include "table/TimeRowArithmetic.h"
 #include "table/TimeText.h"
@@ -36,7 +38,9 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QLocale>
 #include <QPushButton>
+#include <QShowEvent>
 #include <QStyle>
 #include <QTimer>
 #include <QToolButton>
@@ -79,9 +83,13 @@ frmAlarmClock::frmAlarmClock(const Platform &platform, Database &db, ProgramSett
     setFont(arial);
     buildControls();
     connectHandlers();
-    // Flat row buttons draw no focus frame of their own; keyboard users must
-    // see where they are in every colour scheme.
-    setStyleSheet(QStringLiteral("QToolButton:focus { border: 2px solid #3d8ee9; border-radius: 3px; }"));
+}
+
+frmAlarmClock::~frmAlarmClock()
+{
+    // The timer belongs to the platform and may outlive this window.
+    tmrAlarmClock->stop();
+    tmrAlarmClock->onTimeout({});
 }
 
 // ---------------------------------------------------------------------------
@@ -102,7 +110,7 @@ void frmAlarmClock::buildControls()
     auto rowName = [](const char *control, int i) { return QStringLiteral("%1_%2").arg(QLatin1String(control)).arg(i); };
     auto rowTool = [&](const char *control, int i, QStyle::StandardPixmap icon, const QString &noun,
                        const QString &tooltip) {
-        auto *b = new QToolButton(this);
+        auto *b = new FlatRowButton(this);
         named(b, rowName(control, i), QStringLiteral("%1 %2").arg(noun).arg(i + 1));
         b->setIcon(style()->standardIcon(icon));
         b->setAutoRaise(true);
@@ -122,15 +130,29 @@ void frmAlarmClock::buildControls()
     outer->setSpacing(4);
 
     // Clock read-out and time row.
-    auto *top = new QHBoxLayout;
-    txtCurrentDateTime = new QLabel(QStringLiteral("SYSTEM DATE AND TIME COUNTER"), this);
+    // The read-out, the rows and the bottom panel each sit in a widget of
+    // their own: repainting the read-out every second then looks at a
+    // handful of neighbours rather than at every control of the table.
+    auto *topStrip = new QWidget(this);
+    auto *top = new QHBoxLayout(topStrip);
+    top->setContentsMargins(0, 0, 0, 0);
+    txtCurrentDateTime = new QLabel(QStringLiteral("SYSTEM DATE AND TIME COUNTER"), topStrip);
     named(txtCurrentDateTime, QStringLiteral("txtCurrentDateTime"));
     QFont clockFont = font();
     clockFont.setPointSizeF(clockFont.pointSizeF() * 1.45);
     clockFont.setBold(true);
     txtCurrentDateTime->setFont(clockFont);
-    txtCurrentDateTime->setMinimumWidth(
-        QFontMetrics(clockFont).horizontalAdvance(QStringLiteral("Sep 30, 2031 00:00:00")) + 8);
+    // A fixed size, fitting the widest month: a label that may change size
+    // makes every tick lay out the whole table again.
+    {
+        const QFontMetrics clockMetrics(clockFont);
+        int widest = 0;
+        for (int month = 1; month <= 12; ++month)
+            widest = std::max(widest, clockMetrics.horizontalAdvance(
+                                          QLocale::c().monthName(month, QLocale::ShortFormat)
+                                          + QStringLiteral(" 00, 0000 00:00:00")));
+        txtCurrentDateTime->setFixedSize(widest + 8, clockMetrics.height() + 4);
+    }
     top->addWidget(txtCurrentDateTime);
     top->addStretch(1);
     const char *jumpNames[3] = {"txtJumpDay", "txtJumpHour", "txtJumpMinutes"};
@@ -142,9 +164,9 @@ void frmAlarmClock::buildControls()
         QStringLiteral("Time Row: Sets the HOURS build time. (push the SET button)"),
         QStringLiteral("Time Row: Sets the MINUTES build time. (push the SET button)")};
     for (int b = 0; b < 3; ++b) {
-        lblJump[size_t(b)] = new QLabel(jumpCaptions[b], this);
+        lblJump[size_t(b)] = new QLabel(jumpCaptions[b], topStrip);
         named(lblJump[size_t(b)], QStringLiteral("lblJump_%1").arg(b));
-        auto *box = new QLineEdit(QStringLiteral("0"), this);
+        auto *box = new QLineEdit(QStringLiteral("0"), topStrip);
         named(box, QLatin1String(jumpNames[b]), jumpAccessible[b]);
         tip(box, jumpTips[b]);
         box->setFixedWidth(fits("00000", 14));
@@ -155,10 +177,13 @@ void frmAlarmClock::buildControls()
         top->addWidget(lblJump[size_t(b)]);
         top->addWidget(box);
     }
-    outer->addLayout(top);
+    outer->addWidget(topStrip);
 
     // The rows.
-    auto *grid = new QGridLayout;
+    auto *rowsPanel = new QWidget(this);
+    rowsPanel->setObjectName(QStringLiteral("rowsPanel"));
+    auto *grid = new QGridLayout(rowsPanel);
+    grid->setContentsMargins(0, 0, 0, 0);
     grid->setHorizontalSpacing(4);
     grid->setVerticalSpacing(2);
     auto heading = [&](QLabel *&label, const char *name, const QString &caption, int column, int span = 1) {
@@ -256,7 +281,7 @@ void frmAlarmClock::buildControls()
     // Airy rows at the standard size, rather than a gap under a tight grid.
     for (int r = 1; r <= kAlarmRows; ++r)
         grid->setRowMinimumHeight(r, std::max(32, fm.height() + 14));
-    outer->addLayout(grid);
+    outer->addWidget(rowsPanel);
     outer->addStretch(1);
 
     // Bottom panel: switches, plays, the table buttons and the snooze button.
@@ -329,10 +354,7 @@ void frmAlarmClock::buildControls()
     cmdSnooze->setVisible(false);
     outer->addWidget(panel);
 
-    tmrAlarmClock = new QTimer(this);
-    tmrAlarmClock->setObjectName(QStringLiteral("tmrAlarmClock"));
-    tmrAlarmClock->setSingleShot(true);
-    tmrAlarmClock->setTimerType(Qt::PreciseTimer);
+    tmrAlarmClock = &m_platform.wallTimer;
     tmrAlarmSound = new QTimer(this);
     tmrAlarmSound->setObjectName(QStringLiteral("tmrAlarmSound"));
     // Coarse timers may fire 5 % early; the plays are meant to be 15 s apart.
@@ -379,7 +401,7 @@ void frmAlarmClock::connectHandlers()
     connect(cmdLoad, &QPushButton::clicked, this, [this] { cmdLoad_Click(); });
     connect(cmdClearForm, &QPushButton::clicked, this, [this] { cmdClearForm_Click(); });
 
-    connect(tmrAlarmClock, &QTimer::timeout, this, [this] { tmrAlarmClock_Timer(); });
+    tmrAlarmClock->onTimeout([this] { tmrAlarmClock_Timer(); });
     connect(tmrAlarmSound, &QTimer::timeout, this, [this] { tmrAlarmSound_Timer(); });
     connect(tmrAlarmSoundFlash, &QTimer::timeout, this, [this] { tmrAlarmSoundFlash_Timer(); });
 }
@@ -504,9 +526,21 @@ void frmAlarmClock::Form_Activate() { m_state.bEvaluateNow = true; }
 
 void frmAlarmClock::armClockTimer()
 {
-    // Re-armed from the real clock each time, so the tick lands just after
-    // every wall-clock second and never skips or doubles one.
-    tmrAlarmClock->start(msUntilNextTick(m_platform.clock.now().time().msec()));
+    // Re-armed from the wall clock each time, so the tick lands at the start
+    // of every second and never skips or doubles one.
+    tmrAlarmClock->startAt(nextTickAt(m_platform.clock.now(), m_state.intMDIWindowState == 1));
+}
+
+void frmAlarmClock::subWakeClock()
+{
+    if (tmrAlarmClock->isActive())
+        armClockTimer();
+}
+
+void frmAlarmClock::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    subWakeClock();
 }
 
 void frmAlarmClock::tmrAlarmClock_Timer()

@@ -11,6 +11,7 @@ class QLabel;
 class QLineEdit;
 class QPushButton;
 class QTimer;
+class WallTimer;
 class QToolButton;
 class Database;
 class ProgramSettings;
@@ -27,12 +28,16 @@ class frmAlarmClock : public QWidget {
 public:
     frmAlarmClock(const Platform &platform, Database &db, ProgramSettings &settings, AlarmState &state,
                   ShellLink &shell, QWidget *parent = nullptr);
+    ~frmAlarmClock() override;
 
     // Window lifecycle.
     void Form_Load();
     bool isLoaded() const { return m_loaded; }
     void Form_Resize(int windowState);
     void Form_Activate();
+    // The window came back into view: tick at the next second again, not
+    // at the next minute as while it was out of sight.
+    void subWakeClock();
 
     // Clock tick and sounding.
     void tmrAlarmClock_Timer();
@@ -130,13 +135,14 @@ public:
     QPushButton *cmdLoad = nullptr;
     QPushButton *cmdClearForm = nullptr;
     QWidget *picBottom = nullptr;
-    QTimer *tmrAlarmClock = nullptr;
+    WallTimer *tmrAlarmClock = nullptr;
     QTimer *tmrAlarmSound = nullptr;
     QTimer *tmrAlarmSoundFlash = nullptr;
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
     bool event(QEvent *event) override;
+    void showEvent(QShowEvent *event) override;
 
 private:
     void buildControls();

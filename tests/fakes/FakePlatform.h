@@ -15,6 +15,7 @@
 #include "fakes/FakeTrayIcon.h"
 #include "fakes/FakeUrlOpener.h"
 #include "fakes/FakeVersionInfo.h"
+#include "fakes/FakeWallTimer.h"
 #include "fakes/TestAppDir.h"
 
 // One fake of every platform service, with the application folder pointing
@@ -40,6 +41,7 @@ public:
     FakeVersionInfo version;
     FakeProgramEnd end;
     FakePictureLoader pictures;
+    FakeWallTimer wallTimer;
 
     Platform platform();
 };

@@ -29,9 +29,40 @@ private slots:
         m.state().bEvaluateNow = true;
         m.tickAt(at(14, 6, 1, 3));
         QCOMPARE(m.t->lblCountDownHours[0]->text(), QStringLiteral("0d 0h 59m 59s "));
-        // Each tick is armed for just after the next wall-clock second.
+        // Each tick is armed for the start of the next wall-clock second,
+        // and the timer's call is the tick.
         m.tickAt(at(14, 5, 10, 999));
-        QCOMPARE(m.t->tmrAlarmClock->interval(), 1 + kTickOffsetMs);
+        QCOMPARE(m.fp.wallTimer.armedFor, at(14, 5, 11));
+        m.fp.clock.set(at(14, 5, 11, 0));
+        m.fp.wallTimer.expire();
+        QCOMPARE(m.t->txtCurrentDateTime->text(), QStringLiteral("Sep 30, 2031 14:05:11"));
+        QCOMPARE(m.fp.wallTimer.armedFor, at(14, 5, 12));
+    }
+
+    void theSecondsDoNotLayTheWindowOutAgain()
+    {
+        // The read-out changes every second; were its size to follow the
+        // text, each tick would lay out the whole table again.
+        LoadedMainWindow m;
+        m.w->show();
+        QVERIFY(QTest::qWaitForWindowExposed(m.w.get()));
+        m.tickAt(at(14, 5, 1));
+        QTest::qWait(20);
+        struct LayoutCounter : QObject {
+            int requests = 0;
+            bool eventFilter(QObject *, QEvent *event) override
+            {
+                requests += event->type() == QEvent::LayoutRequest;
+                return false;
+            }
+        } counter;
+        for (QWidget *w = m.t->txtCurrentDateTime->parentWidget(); w; w = w->parentWidget())
+            w->installEventFilter(&counter);
+        for (int s = 2; s < 12; ++s) {
+            m.tickAt(at(14, 5, s));
+            QCoreApplication::processEvents();
+        }
+        QCOMPARE(counter.requests, 0);
     }
 
     void countdownAndStateColourFollowTheRow_data()
@@ -108,7 +139,9 @@ private slots:
         m.t->chkShow->setChecked(true);
         m.w->hide();
         m.state().intMDIWindowState = 1;
-        m.tickAt(at(14, 5, 30));
+        m.tickAt(at(14, 5, 30, 400));
+        // Out of sight only a minute's first second matters: sleep till then.
+        QCOMPARE(m.fp.wallTimer.armedFor, at(14, 6, 0));
         m.tickAt(at(14, 6, 0));
         QCOMPARE(m.t->txtCurrentDateTime->text(), shown);
         QCOMPARE(m.t->lblCountDownHours[0]->text(), QStringLiteral("0d 0h 1m 0s "));
@@ -116,6 +149,7 @@ private slots:
         // The pop-up switch brings the window back.
         QVERIFY(m.w->isVisible());
         QCOMPARE(m.state().intMDIWindowState, 0);
+        QCOMPARE(m.fp.wallTimer.armedFor, at(14, 6, 1));
     }
 
     void aDailyRowCountsDownAgainAfterMidnight()

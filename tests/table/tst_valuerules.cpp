@@ -67,11 +67,16 @@ private slots:
 
     void nextTick()
     {
-        // Wherever in a second a tick lands, the next falls just past the following one.
-        for (int ms = 0; ms < 1000; ++ms) {
-            const int next = ms + msUntilNextTick(ms);
-            QVERIFY2(next / 1000 == 1 && next % 1000 == kTickOffsetMs, qPrintable(QString::number(ms)));
+        const QDate day(2031, 12, 31);
+        for (int ms : {0, 1, 500, 999}) {
+            QCOMPARE(nextTickAt(QDateTime(day, QTime(14, 5, 7, ms)), false), QDateTime(day, QTime(14, 5, 8)));
+            QCOMPARE(nextTickAt(QDateTime(day, QTime(14, 5, 7, ms)), true), QDateTime(day, QTime(14, 6, 0)));
         }
+        // The first second of a minute sleeps a whole minute, not none.
+        QCOMPARE(nextTickAt(QDateTime(day, QTime(14, 5, 0)), true), QDateTime(day, QTime(14, 6, 0)));
+        // Over midnight and the year's end.
+        QCOMPARE(nextTickAt(QDateTime(day, QTime(23, 59, 59, 999)), false), QDateTime(QDate(2032, 1, 1), QTime(0, 0)));
+        QCOMPARE(nextTickAt(QDateTime(day, QTime(23, 59, 1)), true), QDateTime(QDate(2032, 1, 1), QTime(0, 0)));
     }
 };
 
