@@ -23,19 +23,40 @@ ROW13_NUMBER = None  # filled from the first window found
 
 
 def proc_stat(pid):
-    """(cpu seconds, context switches, resident MB) of a process."""
-    with open(f'/proc/{pid}/stat') as f:
-        fields = f.read().rsplit(')', 1)[1].split()
-    ticks = os.sysconf('SC_CLK_TCK')
-    cpu = (int(fields[11]) + int(fields[12])) / ticks
-    switches, rss = 0, 0.0
+    """(cpu seconds, context switches, resident MB) of a process, all threads.
+    CPU time comes from the scheduler's own nanosecond count: the tick-sampled
+    figures in /proc/PID/stat over- or under-count a process that wakes
+    briefly once a second."""
+    cpu, switches = 0.0, 0
+    for task in os.listdir(f'/proc/{pid}/task'):
+        try:
+            with open(f'/proc/{pid}/task/{task}/schedstat') as f:
+                run_ns, _, _ = f.read().split()
+            cpu += int(run_ns) / 1e9
+            with open(f'/proc/{pid}/task/{task}/status') as f:
+                for line in f:
+                    if line.startswith(('voluntary_ctxt_switches', 'nonvoluntary_ctxt_switches')):
+                        switches += int(line.split()[1])
+        except OSError:
+            pass  # a thread that ended meanwhile
+    rss = 0.0
     with open(f'/proc/{pid}/status') as f:
         for line in f:
-            if line.startswith(('voluntary_ctxt_switches', 'nonvoluntary_ctxt_switches')):
-                switches += int(line.split()[1])
-            elif line.startswith('VmRSS'):
+            if line.startswith('VmRSS'):
                 rss = int(line.split()[1]) / 1024
     return cpu, switches, rss
+
+
+def iconify(desktop, window):
+    """Minimizes a window as a window manager would: this desktop has none,
+    so mark it Iconic in WM_STATE, which is what Qt listens for."""
+    from Xlib import display
+    screen = display.Display(desktop.display)
+    target = screen.create_resource_object('window', window)
+    wm_state = screen.intern_atom('WM_STATE')
+    target.change_property(wm_state, wm_state, 32, [3, 0])
+    screen.sync()
+    screen.close()
 
 
 def percentile(values, p):
@@ -123,8 +144,9 @@ def measure_idle(desktop, staged, seconds):
     cpu1, sw1, _ = proc_stat(proc.pid)
     shown = ((cpu1 - cpu0) * 1000 * 60 / seconds, (sw1 - sw0) * 60 / seconds)
     # Minimizing hides the window to the tray (the default setting).
-    subprocess.run(['xdotool', 'windowminimize', str(window)], capture_output=True)
-    wait_for(lambda: visible_window(proc.pid) is None, 5, 0.05)
+    iconify(desktop, window)
+    if not wait_for(lambda: visible_window(proc.pid) is None, 5, 0.05):
+        raise RuntimeError('the window did not hide to the tray')
     time.sleep(2)
     cpu0, sw0, _ = proc_stat(proc.pid)
     time.sleep(seconds)
@@ -243,6 +265,31 @@ def measure_ticks(desktop, staged, minutes):
     return len(span), skipped, doubled, offsets, rss_start, rss_end
 
 
+# -- memory over a long run -----------------------------------------------------
+
+def measure_memory(desktop, staged, minutes, every=3):
+    """Resident memory of the real program, sampled every 30 s over a long
+    run with the window shown and an alarm sounding (two plays, 15 s apart)
+    every few minutes. Accessibility stays off: only the program is measured."""
+    start_at = next_minute(time.time(), margin=25)
+    rows = minute_rows(start_at + 60 * every, max(1, min(13, minutes // every)), step=every)
+    folder = prepare_folder(staged, rows, times=2)
+    proc = launch(desktop, folder)
+    wait_for(lambda: visible_window(proc.pid), 10, 0.01)
+    time.sleep(10)
+    samples = []
+    t0 = time.time()
+    while True:
+        samples.append(proc_stat(proc.pid)[2])
+        if time.time() - t0 >= minutes * 60:
+            break
+        time.sleep(30)
+    trips = sum(1 for k in range(len(rows)) if start_at + 60 * every * (k + 1) < time.time())
+    heard = len(desktop.recorder.onsets(t0, time.time() + 1))
+    stop_pids([proc.pid])
+    return samples, trips, heard
+
+
 def main():
     parser = argparse.ArgumentParser()
     parser.add_argument('app_dir')
@@ -250,34 +297,51 @@ def main():
     parser.add_argument('--trips', type=int, default=5)
     parser.add_argument('--startup-runs', type=int, default=10)
     parser.add_argument('--idle-seconds', type=int, default=60)
+    parser.add_argument('--memory-minutes', type=int, default=30)
+    parser.add_argument('--only', choices=['startup', 'idle', 'onset', 'ticks', 'memory'], action='append',
+                        help='measure only these (may be given more than once)')
     args = parser.parse_args()
+    wanted = set(args.only or ['startup', 'idle', 'onset', 'ticks', 'memory'])
 
     desktop = Desktop()
     desktop.start()
     rows = []
     try:
-        mapped, painted = measure_startup(desktop, args.app_dir, args.startup_runs)
-        rows.append(('start-up to window mapped (ms)', 'median %.0f, max %.0f' % (statistics.median(mapped), max(mapped))))
-        if painted:
-            rows.append(('start-up to table painted (ms)', 'median %.0f, max %.0f (%d/%d runs)'
-                         % (statistics.median(painted), max(painted), len(painted), len(mapped))))
-        shown, hidden, rss10 = measure_idle(desktop, args.app_dir, args.idle_seconds)
-        rows.append(('resident memory after 10 s (MB)', '%.1f' % rss10))
-        rows.append(('idle CPU per minute, shown (ms)', '%.1f (%.0f context switches)' % shown))
-        rows.append(('idle CPU per minute, in tray (ms)', '%.1f (%.0f context switches)' % hidden))
-        delays, missed = measure_onsets(desktop, args.app_dir, args.trips)
-        if delays:
-            rows.append(('alarm onset after hh:nn:00 (ms)', 'min %.1f, median %.1f, p95 %.1f, max %.1f; %d missed'
-                         % (min(delays), statistics.median(delays), percentile(delays, 95), max(delays), missed)))
-        else:
-            rows.append(('alarm onset after hh:nn:00 (ms)', 'no onset heard; %d missed' % missed))
-        seconds, skipped, doubled, offsets, rss_a, rss_b = measure_ticks(desktop, args.app_dir, args.tick_minutes)
-        rows.append(('ticks over %d min, one core busy' % args.tick_minutes,
-                     '%d seconds, %d skipped, %d doubled' % (seconds, skipped, doubled)))
-        if offsets:
-            rows.append(('tick seen after its second (ms)', 'median %.1f, p95 %.1f, max %.1f'
-                         % (statistics.median(offsets), percentile(offsets, 95), max(offsets))))
-        rows.append(('resident memory over the run (MB)', 'start %.1f, end %.1f' % (rss_a, rss_b)))
+        if 'startup' in wanted:
+            mapped, painted = measure_startup(desktop, args.app_dir, args.startup_runs)
+            rows.append(('start-up to window mapped (ms)',
+                         'median %.0f, max %.0f' % (statistics.median(mapped), max(mapped))))
+            if painted:
+                rows.append(('start-up to table painted (ms)', 'median %.0f, max %.0f (%d/%d runs)'
+                             % (statistics.median(painted), max(painted), len(painted), len(mapped))))
+        if 'idle' in wanted:
+            shown, hidden, rss10 = measure_idle(desktop, args.app_dir, args.idle_seconds)
+            rows.append(('resident memory after 10 s (MB)', '%.1f' % rss10))
+            rows.append(('idle CPU per minute, shown (ms)', '%.1f (%.0f context switches)' % shown))
+            rows.append(('idle CPU per minute, in tray (ms)', '%.1f (%.0f context switches)' % hidden))
+        if 'onset' in wanted:
+            delays, missed = measure_onsets(desktop, args.app_dir, args.trips)
+            if delays:
+                rows.append(('alarm onset after hh:nn:00 (ms)', 'min %.1f, median %.1f, p95 %.1f, max %.1f; %d missed'
+                             % (min(delays), statistics.median(delays), percentile(delays, 95), max(delays),
+                                missed)))
+            else:
+                rows.append(('alarm onset after hh:nn:00 (ms)', 'no onset heard; %d missed' % missed))
+        if 'ticks' in wanted:
+            seconds, skipped, doubled, offsets, rss_a, rss_b = measure_ticks(desktop, args.app_dir,
+                                                                             args.tick_minutes)
+            rows.append(('ticks over %d min, one core busy' % args.tick_minutes,
+                         '%d seconds, %d skipped, %d doubled' % (seconds, skipped, doubled)))
+            if offsets:
+                rows.append(('tick seen after its second (ms)', 'median %.1f, p95 %.1f, max %.1f'
+                             % (statistics.median(offsets), percentile(offsets, 95), max(offsets))))
+            rows.append(('resident memory, accessibility on (MB)', 'start %.1f, end %.1f' % (rss_a, rss_b)))
+        if 'memory' in wanted:
+            samples, trips, heard = measure_memory(desktop, args.app_dir, args.memory_minutes)
+            first_half = samples[:len(samples) // 2] or samples
+            rows.append(('resident memory over %d min (MB)' % args.memory_minutes,
+                         'start %.1f, end %.1f, max %.1f; first-half max %.1f; %d trips, %d plays heard'
+                         % (samples[0], samples[-1], max(samples), max(first_half), trips, heard)))
     finally:
         desktop.stop()
     width = max(len(r[0]) for r in rows)

@@ -143,7 +143,7 @@ QImage drawAppIcon(int size)
 QIcon makeAppIcon()
 {
     QIcon icon;
-    for (const int size : {16, 22, 24, 32, 48, 64, 128, 256})
+    for (const int size : {16, 22, 24, 32, 48, 64, 128})
         icon.addPixmap(QPixmap::fromImage(drawAppIcon(size)));
     return icon;
 }
