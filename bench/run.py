@@ -86,9 +86,17 @@ def launch(desktop, folder, accessible=False):
 
 
 def visible_window(pid):
+    """The program's main window if it is on screen. The docked tray icon is
+    a small window of the same name, and is not it."""
     out = subprocess.run(['xdotool', 'search', '--onlyvisible', '--pid', str(pid), '--name',
                           ui.MAIN_TITLE], capture_output=True, text=True).stdout.split()
-    return int(out[0]) if out else None
+    for window in out:
+        shape = subprocess.run(['xdotool', 'getwindowgeometry', '--shell', window],
+                               capture_output=True, text=True).stdout
+        size = dict(line.split('=', 1) for line in shape.split() if '=' in line)
+        if int(size.get('WIDTH', 0)) > 200 and int(size.get('HEIGHT', 0)) > 200:
+            return int(window)
+    return None
 
 
 # -- start-up ---------------------------------------------------------------

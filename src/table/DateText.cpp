@@ -4,6 +4,7 @@
 
 #include <QLocale>
 #include <array>
+#include <cstdio>
 #include <vector>
 
 namespace {
@@ -172,7 +173,18 @@ QString formatDateText(const QString &text)
 
 QString formatNowText(const QDateTime &now)
 {
-    return QLocale::c().toString(now, QStringLiteral("MMM dd, yyyy HH:mm:ss"));
+    // Runs every second for the life of the program: written out directly
+    // rather than by parsing a format each time.
+    static constexpr char kMonths[12][4] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
+                                            "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
+    const QDate d = now.date();
+    const QTime t = now.time();
+    if (!d.isValid() || !t.isValid() || d.year() < 1 || d.year() > 9999)
+        return QLocale::c().toString(now, QStringLiteral("MMM dd, yyyy HH:mm:ss"));
+    char text[24];
+    const int n = std::snprintf(text, sizeof text, "%s %02d, %04d %02d:%02d:%02d", kMonths[d.month() - 1], d.day(),
+                                d.year(), t.hour(), t.minute(), t.second());
+    return QString::fromLatin1(text, n);
 }
 
 QString formatAlarmTipTime(const QDateTime &now)

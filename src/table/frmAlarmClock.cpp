@@ -511,7 +511,7 @@ void frmAlarmClock::Form_Load()
     chkSoundOnOff->setChecked(true);
     basLoadAlarmClocks(false);
     cmdSnooze->setVisible(false);
-    armClockTimer();
+    armClockTimer(m_platform.clock.now());
     subApplyAlarmClockFormProgramSettings();
     // Start where a user begins: the first row's date, not a time-row box
     // (entering one of those clears its "0").
@@ -533,17 +533,17 @@ void frmAlarmClock::Form_Activate() { m_state.bEvaluateNow = true; }
 // ---------------------------------------------------------------------------
 // Clock tick
 
-void frmAlarmClock::armClockTimer()
+void frmAlarmClock::armClockTimer(const QDateTime &now)
 {
     // Re-armed from the wall clock each time, so the tick lands at the start
     // of every second and never skips or doubles one.
-    tmrAlarmClock->startAt(nextTickAt(m_platform.clock.now(), m_state.intMDIWindowState == 1));
+    tmrAlarmClock->startAt(nextTickAt(now, m_state.intMDIWindowState == 1));
 }
 
 void frmAlarmClock::subWakeClock()
 {
     if (tmrAlarmClock->isActive())
-        armClockTimer();
+        armClockTimer(m_platform.clock.now());
 }
 
 void frmAlarmClock::showEvent(QShowEvent *event)
@@ -554,18 +554,18 @@ void frmAlarmClock::showEvent(QShowEvent *event)
 
 void frmAlarmClock::tmrAlarmClock_Timer()
 {
-    armClockTimer();
+    const QDateTime now = m_platform.clock.now();
+    armClockTimer(now);
     try {
-        tick();
+        tick(now);
     } catch (const AppError &) {
         // A row that cannot be evaluated ends this tick; the next starts afresh.
     }
 }
 
-void frmAlarmClock::tick()
+void frmAlarmClock::tick(QDateTime now)
 {
     const bool hidden = m_state.intMDIWindowState == 1;
-    QDateTime now = m_platform.clock.now();
     now.setTime(QTime(now.time().hour(), now.time().minute(), now.time().second()));
     if (!hidden)
         txtCurrentDateTime->setText(formatNowText(now));

@@ -3,6 +3,7 @@
 #include "platform/Platform.h"
 #include "table/AlarmState.h"
 
+#include <QDateTime>
 #include <QWidget>
 #include <array>
 
@@ -147,8 +148,8 @@ protected:
 private:
     void buildControls();
     void connectHandlers();
-    void armClockTimer();
-    void tick();
+    void armClockTimer(const QDateTime &now);
+    void tick(QDateTime now);
     void subDerive24Mark(int index);
     // The row's sound file, or the default one when the row names none.
     QString soundPathOf(int index) const;

@@ -40,6 +40,19 @@ private slots:
         QCOMPARE(formatDateText(text), expected.isValid() ? formatDate(expected) : text);
     }
 
+    void theReadOut()
+    {
+        // Every month and the ends of the day, as the locale would write them.
+        for (int month = 1; month <= 12; ++month) {
+            for (const QTime t : {QTime(0, 0, 0), QTime(9, 5, 7), QTime(23, 59, 59)}) {
+                const QDateTime moment(QDate(2031, month, month + 17), t);
+                QCOMPARE(formatNowText(moment), QLocale::c().toString(moment, QStringLiteral("MMM dd, yyyy HH:mm:ss")));
+            }
+        }
+        QCOMPARE(formatNowText(QDateTime(QDate(7, 1, 2), QTime(3, 4, 5))), QStringLiteral("Jan 02, 0007 03:04:05"));
+        QVERIFY(formatNowText(QDateTime()).isEmpty());
+    }
+
     void times()
     {
         // {input, formatTimeText, normaliseTime}
