@@ -521,6 +521,8 @@ void frmAlarmClock::Form_Load()
 void frmAlarmClock::Form_Resize(int windowState)
 {
     m_state.intMDIWindowState = windowState;
+    if (windowState != 1)
+        subWakeClock();
     if (windowState == 2) {
         m_state.bEvaluateNow = true;
         m_shell.subResetMainWindowSize();
@@ -556,6 +558,12 @@ void frmAlarmClock::tmrAlarmClock_Timer()
 {
     const QDateTime now = m_platform.clock.now();
     armClockTimer(now);
+    // A clock set back by a fraction of a second wakes the timer inside the
+    // second just ticked; ticking it again would trip its alarm twice.
+    const qint64 second = now.toSecsSinceEpoch();
+    if (second == m_lastTickSecond)
+        return;
+    m_lastTickSecond = second;
     try {
         tick(now);
     } catch (const AppError &) {
@@ -566,7 +574,7 @@ void frmAlarmClock::tmrAlarmClock_Timer()
 void frmAlarmClock::tick(QDateTime now)
 {
     const bool hidden = m_state.intMDIWindowState == 1;
-    now.setTime(QTime(now.time().hour(), now.time().minute(), now.time().second()));
+    now = now.addMSecs(-now.time().msec()); // whole seconds, on the instant (see nextTickAt)
     if (!hidden)
         txtCurrentDateTime->setText(formatNowText(now));
     if (!m_state.bEvaluateNow) {

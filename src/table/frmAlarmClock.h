@@ -6,6 +6,7 @@
 #include <QDateTime>
 #include <QWidget>
 #include <array>
+#include <limits>
 
 class QCheckBox;
 class QLabel;
@@ -149,6 +150,7 @@ private:
     void buildControls();
     void connectHandlers();
     void armClockTimer(const QDateTime &now);
+    qint64 m_lastTickSecond = std::numeric_limits<qint64>::min();
     void tick(QDateTime now);
     void subDerive24Mark(int index);
     // The row's sound file, or the default one when the row names none.

@@ -150,6 +150,19 @@ private slots:
         QVERIFY(m.w->isVisible());
         QCOMPARE(m.state().intMDIWindowState, 0);
         QCOMPARE(m.fp.wallTimer.armedFor, at(14, 6, 1));
+
+        // A clock set back within that second wakes the timer again: the
+        // second is not ticked twice, so the alarm does not trip twice.
+        m.tickAt(at(14, 6, 0, 900));
+        QCOMPARE(m.fp.sound.played.size(), 1);
+
+        // The table window minimized inside the main window sleeps by the
+        // minute too, and wakes for the next second when restored.
+        m.t->Form_Resize(1);
+        m.tickAt(at(14, 6, 5));
+        QCOMPARE(m.fp.wallTimer.armedFor, at(14, 7, 0));
+        m.t->Form_Resize(0);
+        QCOMPARE(m.fp.wallTimer.armedFor, at(14, 6, 6));
     }
 
     void aDailyRowCountsDownAgainAfterMidnight()

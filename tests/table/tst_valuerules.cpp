@@ -3,6 +3,7 @@
 #include "table/ValueConversions.h"
 
 #include <QTest>
+#include <QTimeZone>
 #include <limits>
 
 class TestValueRules : public QObject {
@@ -77,6 +78,17 @@ private slots:
         // Over midnight and the year's end.
         QCOMPARE(nextTickAt(QDateTime(day, QTime(23, 59, 59, 999)), false), QDateTime(QDate(2032, 1, 1), QTime(0, 0)));
         QCOMPARE(nextTickAt(QDateTime(day, QTime(23, 59, 1)), true), QDateTime(QDate(2032, 1, 1), QTime(0, 0)));
+
+        // In the hour a clock turns back, 02:00:00.400 happens twice; from
+        // the first, the next tick is 0.6 s away, not an hour.
+        const QTimeZone berlin("Europe/Berlin");
+        if (berlin.isValid()) {
+            const qint64 first = QDateTime(QDate(2031, 10, 26), QTime(0, 0, 0, 400), QTimeZone::utc()).toMSecsSinceEpoch();
+            const QDateTime ambiguous = QDateTime::fromMSecsSinceEpoch(first, berlin);
+            QCOMPARE(ambiguous.time(), QTime(2, 0, 0, 400));
+            QCOMPARE(nextTickAt(ambiguous, false).toMSecsSinceEpoch() - first, 600);
+            QCOMPARE(nextTickAt(ambiguous, true).toMSecsSinceEpoch() - first, 59600);
+        }
     }
 };
 

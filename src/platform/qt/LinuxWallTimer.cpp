@@ -3,6 +3,7 @@
 #include <QSocketNotifier>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdint>
 #include <sys/timerfd.h>
 #include <unistd.h>
@@ -12,7 +13,7 @@ LinuxWallTimer::LinuxWallTimer()
     m_fd = timerfd_create(CLOCK_REALTIME, TFD_NONBLOCK | TFD_CLOEXEC);
     if (m_fd >= 0) {
         m_notifier = new QSocketNotifier(m_fd, QSocketNotifier::Read);
-        QObject::connect(m_notifier, &QSocketNotifier::activated, [this] { expired(); });
+        QObject::connect(m_notifier, &QSocketNotifier::activated, [this] { fdReady(); });
     }
     m_fallback.setSingleShot(true);
     m_fallback.setTimerType(Qt::PreciseTimer);
@@ -34,8 +35,10 @@ void LinuxWallTimer::startAt(const QDateTime &moment)
         itimerspec spec{};
         spec.it_value.tv_sec = time_t(ms / 1000);
         spec.it_value.tv_nsec = long(ms % 1000) * 1000000L;
-        if (timerfd_settime(m_fd, TFD_TIMER_ABSTIME | TFD_TIMER_CANCEL_ON_SET, &spec, nullptr) == 0)
+        if (timerfd_settime(m_fd, TFD_TIMER_ABSTIME | TFD_TIMER_CANCEL_ON_SET, &spec, nullptr) == 0) {
+            m_fallback.stop();
             return;
+        }
     }
     // An elapsed-time timer may run a little early: aim just past the moment.
     const qint64 wait = ms - QDateTime::currentMSecsSinceEpoch() + 2;
@@ -54,14 +57,17 @@ void LinuxWallTimer::stop()
 
 bool LinuxWallTimer::isActive() const { return m_active; }
 
+void LinuxWallTimer::fdReady()
+{
+    // Either the moment came (a count) or the clock was set (ECANCELED):
+    // both mean "look at the clock now". Anything else is a stale wake-up.
+    std::uint64_t count = 0;
+    if (read(m_fd, &count, sizeof count) == ssize_t(sizeof count) || errno == ECANCELED)
+        expired();
+}
+
 void LinuxWallTimer::expired()
 {
-    if (m_fd >= 0) {
-        // Either the moment came (a count) or the clock was set (ECANCELED):
-        // both mean "look at the clock now". The read re-quiets the fd.
-        std::uint64_t count = 0;
-        [[maybe_unused]] const ssize_t got = read(m_fd, &count, sizeof count);
-    }
     if (!m_active)
         return;
     m_active = false;

@@ -21,6 +21,7 @@ public:
     bool isActive() const override;
 
 private:
+    void fdReady();
     void expired();
 
     int m_fd = -1;
