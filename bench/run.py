@@ -164,6 +164,19 @@ def measure_idle(desktop, staged, seconds):
     return shown, hidden, rss10
 
 
+def measure_floor(desktop, floor_exe, seconds):
+    """The same idle figures for a bare Qt window with a one-second clock
+    label (bench_floor): the floor for any Qt clock on this machine."""
+    proc = subprocess.Popen([floor_exe], env=dict(desktop.env), stdin=subprocess.DEVNULL,
+                            stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+    time.sleep(10)
+    cpu0, sw0, rss10 = proc_stat(proc.pid)
+    time.sleep(seconds)
+    cpu1, sw1, _ = proc_stat(proc.pid)
+    stop_pids([proc.pid])
+    return (cpu1 - cpu0) * 1000 * 60 / seconds, (sw1 - sw0) * 60 / seconds, rss10
+
+
 # -- alarm onset -------------------------------------------------------------
 
 def minute_rows(first_minute_start, count, step=1):
@@ -306,6 +319,7 @@ def main():
     parser.add_argument('--startup-runs', type=int, default=10)
     parser.add_argument('--idle-seconds', type=int, default=60)
     parser.add_argument('--memory-minutes', type=int, default=30)
+    parser.add_argument('--floor', help='the bench_floor program (default: beside the staged program)')
     parser.add_argument('--only', choices=['startup', 'idle', 'onset', 'ticks', 'memory'], action='append',
                         help='measure only these (may be given more than once)')
     args = parser.parse_args()
@@ -327,6 +341,11 @@ def main():
             rows.append(('resident memory after 10 s (MB)', '%.1f' % rss10))
             rows.append(('idle CPU per minute, shown (ms)', '%.1f (%.0f context switches)' % shown))
             rows.append(('idle CPU per minute, in tray (ms)', '%.1f (%.0f context switches)' % hidden))
+            floor = args.floor or os.path.join(args.app_dir, '..', 'bench', 'bench_floor')
+            if os.path.exists(floor):
+                cpu, switches, rss = measure_floor(desktop, floor, args.idle_seconds)
+                rows.append(('reference: bare Qt clock window', '%.1f ms CPU per minute (%.0f context switches), %.1f MB'
+                             % (cpu, switches, rss)))
         if 'onset' in wanted:
             delays, missed = measure_onsets(desktop, args.app_dir, args.trips)
             if delays:
