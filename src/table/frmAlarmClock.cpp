@@ -238,7 +238,10 @@ void frmAlarmClock::buildControls()
 
         lblCountDownHours[i] = new QLabel(this);
         named(lblCountDownHours[i], rowName("lblCountDownHours", i));
-        lblCountDownHours[i]->setMinimumWidth(fits("000d 00h 00m 00s ", 4));
+        // Fixed, like the read-out: a size that follows the text would lay
+        // the table out again at every minute's evaluation, just before an
+        // alarm sounds. Wide enough for the longest count there is.
+        lblCountDownHours[i]->setFixedSize(fits("00000d 00h 00m 00s ", 4), fm.height() + 4);
 
         // The path and the address live in the row but are edited in their
         // own dialogs; the row shows them through its buttons and marker.

@@ -39,10 +39,11 @@ private slots:
         QCOMPARE(m.fp.wallTimer.armedFor, at(14, 5, 12));
     }
 
-    void theSecondsDoNotLayTheWindowOutAgain()
+    void theTicksDoNotLayTheWindowOutAgain()
     {
-        // The read-out changes every second; were its size to follow the
-        // text, each tick would lay out the whole table again.
+        // The read-out changes every second and the countdowns every
+        // minute; were their sizes to follow the text, each would lay out
+        // the whole table again.
         LoadedMainWindow m;
         m.w->show();
         QVERIFY(QTest::qWaitForWindowExposed(m.w.get()));
@@ -62,6 +63,12 @@ private slots:
             m.tickAt(at(14, 5, s));
             QCoreApplication::processEvents();
         }
+        // Nor do a minute's new countdowns.
+        m.setRow(0, QString(), QStringLiteral("15:06"));
+        m.setRow(1, QStringLiteral("Sep 30, 2099"), QStringLiteral("15:06"));
+        m.tickAt(at(14, 6, 0));
+        QCoreApplication::processEvents();
+        QVERIFY(!m.t->lblCountDownHours[1]->text().isEmpty());
         QCOMPARE(counter.requests, 0);
     }
 

@@ -20,7 +20,7 @@ namespace {
 constexpr const char *ClientName = "Quorvel Alarm Clock";
 // A small server-side buffer: the drain at the end then waits only for the
 // sound itself, and a cancelled play stops almost at once.
-constexpr pa_usec_t TargetLatencyUs = 40000;
+constexpr pa_usec_t TargetLatencyUs = 15000;
 constexpr sf_count_t FramesPerWrite = 1024;
 // How long a prepared stream waits for its play before giving up.
 constexpr std::chrono::seconds PreparedLifetime{90};
