@@ -18,6 +18,7 @@
 #include "shell/mdiAlarmClock.h"
 
 #include <QApplication>
+#include <QPixmapCache>
 
 int main(int argc, char *argv[])
 {
@@ -28,6 +29,11 @@ int main(int argc, char *argv[])
     app.setApplicationVersion(QStringLiteral(ALARMCLOCK_VERSION));
     // The window may live only as a tray icon; only Exit ends the program.
     app.setQuitOnLastWindowClosed(false);
+    // The style caches each button face it draws, keyed by its palette; the
+    // flashing snooze button gets a new palette every 300 ms, so with Qt's
+    // 10 MB default the cache grew by megabytes over a day of alarms. The
+    // faces this window needs fit in far less.
+    QPixmapCache::setCacheLimit(1024);
     const CursorBlinkRest blinkRest;
     const QIcon icon = makeAppIcon();
     app.setWindowIcon(icon);
