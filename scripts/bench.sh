@@ -1,8 +1,10 @@
 #!/usr/bin/env bash
 # Builds, then measures the real program on a private desktop and prints a
-# table: start-up, memory, idle cost, alarm onset, tick punctuality, and the
-# time to save and reload 13 rows. Takes about 20 minutes with the defaults.
+# table: start-up, memory, idle cost (beside a bare Qt clock window for
+# reference), alarm onset, tick punctuality, memory over a long run, and the
+# time to save and reload 13 rows. Takes about an hour with the defaults.
 #   scripts/bench.sh [--tick-minutes N] [--trips N] [--startup-runs N] [--idle-seconds N]
+#                    [--memory-minutes N] [--only startup|idle|onset|ticks|memory ...]
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
@@ -11,4 +13,4 @@ cmake -S . -B build -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
 cmake --build build -j"$(nproc)" >/dev/null
 echo "Save and reload of 13 rows (Qt Test benchmark, ms per call):"
 QT_QPA_PLATFORM=offscreen build/bench/bench_saveload 2>&1 | grep -E '^RESULT|msecs' | sed 's/^/  /'
-/usr/bin/python3 bench/run.py build/app "$@"
+/usr/bin/python3 bench/run.py build/app --floor build/bench/bench_floor "$@"
