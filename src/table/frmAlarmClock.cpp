@@ -139,9 +139,9 @@ void frmAlarmClock::buildControls()
     outer->setSpacing(4);
 
     // Clock read-out and time row.
-    // The read-out, the rows and the bottom panel each sit in a widget of
-    // their own: repainting the read-out every second then looks at a
-    // handful of neighbours rather than at every control of the table.
+    // The read-out and the rows each sit in a widget of their own (as the
+    // bottom panel does): repainting the read-out every second then looks
+    // at a handful of neighbours rather than at every control of the table.
     auto *topStrip = new QWidget(this);
     auto *top = new QHBoxLayout(topStrip);
     top->setContentsMargins(0, 0, 0, 0);

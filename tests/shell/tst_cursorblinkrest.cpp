@@ -27,16 +27,6 @@ private slots:
         // Gone, it leaves the desktop's setting as it found it.
         QCOMPARE(QApplication::cursorFlashTime(), 1000);
     }
-
-    void aDesktopWithoutBlinkingIsLeftAlone()
-    {
-        QApplication::setCursorFlashTime(0);
-        CursorBlinkRest rest(10);
-        QLineEdit box;
-        QTest::keyClick(&box, Qt::Key_A);
-        QCOMPARE(QApplication::cursorFlashTime(), 0);
-        QApplication::setCursorFlashTime(1000);
-    }
 };
 
 QTEST_MAIN(CursorBlinkRestTest)
