@@ -1,6 +1,6 @@
 // The countdown beside every row: any second count, any marker.
 #include "FuzzText.h"
-#include "table/CountdownText.h"
+#include "rules/CountdownText.h"
 
 #include <QRegularExpression>
 

@@ -1,6 +1,6 @@
 // The DATE box accepts several written forms and stores one display form.
 #include "FuzzText.h"
-#include "table/DateText.h"
+#include "rules/DateText.h"
 
 namespace {
 

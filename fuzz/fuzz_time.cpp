@@ -1,6 +1,6 @@
 // The TIME box: its key filter, its repair on leaving, and the stored form.
 #include "FuzzText.h"
-#include "table/TimeText.h"
+#include "rules/TimeText.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 // Every value read from a text box or a record passes through these
 // conversions, so one input feeds all of them and checks they agree.
 #include "FuzzText.h"
-#include "table/ValueConversions.h"
+#include "rules/ValueConversions.h"
 
 #include <cmath>
 #include <limits>

@@ -1,3 +1,4 @@
+#include "platform/Notifier.h"
 #include "platform/Platform.h"
 #include "platform/qt/BuildVersionInfo.h"
 #include "platform/qt/DesktopUrlOpener.h"
@@ -19,6 +20,15 @@
 
 #include <QApplication>
 #include <QPixmapCache>
+
+namespace {
+// Stands in until alarms are announced on the desktop's notification server.
+class SilentNotifier : public Notifier {
+public:
+    void show(const QString &, const QString &) override {}
+    void close() override {}
+};
+} // namespace
 
 int main(int argc, char *argv[])
 {
@@ -52,8 +62,9 @@ int main(int argc, char *argv[])
     ExitProgramEnd end;
     QtPictureLoader pictures;
     LinuxWallTimer wallTimer;
+    SilentNotifier notifier;
     const Platform platform{messages, input,   sound, tray,     browser, colours,  clock,
-                            files,    appDir,  instance, version, end,   pictures, wallTimer};
+                            files,    appDir,  instance, version, end,   pictures, wallTimer, notifier};
 
     mdiAlarmClock window(platform);
     window.MDIForm_Load();

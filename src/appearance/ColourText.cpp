@@ -1,6 +1,6 @@
 #include "appearance/ColourText.h"
 
-#include "table/ValueConversions.h"
+#include "rules/ValueConversions.h"
 
 namespace {
 

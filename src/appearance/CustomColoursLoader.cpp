@@ -1,11 +1,11 @@
 #include "appearance/CustomColoursLoader.h"
 
 #include "appearance/ColourText.h"
-#include "appearance/CustomColours.h"
+#include "rules/CustomColours.h"
 #include "data/Database.h"
-#include "platform/AppError.h"
+#include "rules/AppError.h"
 #include "platform/MessageBox.h"
-#include "table/ValueConversions.h"
+#include "rules/ValueConversions.h"
 
 void subGloballyLoadfrmAlarmClockColours(Database &db, CustomColours &colours)
 {

@@ -4,12 +4,12 @@
 #include "appearance/CustomColoursLoader.h"
 #include "appearance/WidgetColours.h"
 #include "data/Database.h"
-#include "platform/AppError.h"
+#include "rules/AppError.h"
 #include "platform/ColourPicker.h"
 #include "platform/MessageBox.h"
 #include "shell/ShellLink.h"
 #include "table/AlarmState.h"
-#include "table/ValueConversions.h"
+#include "rules/ValueConversions.h"
 #include "table/frmAlarmClock.h"
 
 #include <QCloseEvent>

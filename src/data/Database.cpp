@@ -2,7 +2,7 @@
 
 #include "data/JetSql.h"
 #include "platform/AppDirectory.h"
-#include "platform/AppError.h"
+#include "rules/AppError.h"
 #include "platform/MessageBox.h"
 #include "platform/ProgramEnd.h"
 

@@ -1,9 +1,9 @@
 #include "data/ProgramSettings.h"
 
 #include "data/Database.h"
-#include "platform/AppError.h"
+#include "rules/AppError.h"
 #include "platform/MessageBox.h"
-#include "table/ValueConversions.h"
+#include "rules/ValueConversions.h"
 
 std::optional<StoredSwitches> ProgramSettings::readSwitches()
 {

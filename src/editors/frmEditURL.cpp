@@ -3,7 +3,7 @@
 #include "appearance/DialogScheme.h"
 #include "shell/ShellLink.h"
 #include "table/AlarmState.h"
-#include "table/ValueConversions.h"
+#include "rules/ValueConversions.h"
 #include "table/frmAlarmClock.h"
 
 #include <QCloseEvent>

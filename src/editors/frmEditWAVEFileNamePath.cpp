@@ -7,7 +7,7 @@
 #include "platform/SoundPlayer.h"
 #include "shell/ShellLink.h"
 #include "table/AlarmState.h"
-#include "table/ValueConversions.h"
+#include "rules/ValueConversions.h"
 #include "table/frmAlarmClock.h"
 
 #include <QCloseEvent>

@@ -1,5 +1,5 @@
 #include "platform/MessageBox.h"
-#include "platform/AppError.h"
+#include "rules/AppError.h"
 
 void showErrorBox(MessageBox &box, const QString &routine, const AppError &error)
 {

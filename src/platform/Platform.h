@@ -14,6 +14,7 @@ class VersionInfo;
 class ProgramEnd;
 class PictureLoader;
 class WallTimer;
+class Notifier;
 
 // The platform services a window may use, handed to it at construction. The
 // program owns one real set (main.cpp); tests own a set of fakes.
@@ -32,4 +33,5 @@ struct Platform {
     ProgramEnd &end;
     PictureLoader &pictures;
     WallTimer &wallTimer;
+    Notifier &notifier;
 };

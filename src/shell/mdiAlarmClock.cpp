@@ -1,7 +1,7 @@
 #include "shell/mdiAlarmClock.h"
 
 #include "platform/AppDirectory.h"
-#include "platform/AppError.h"
+#include "rules/AppError.h"
 #include "platform/FileSystem.h"
 #include "platform/InputBox.h"
 #include "platform/InstanceGuard.h"
@@ -11,7 +11,7 @@
 #include "platform/WallTimer.h"
 #include "shell/SecondaryForms.h"
 #include "shell/TrayTip.h"
-#include "table/ValueConversions.h"
+#include "rules/ValueConversions.h"
 #include "table/frmAlarmClock.h"
 
 #include <QAction>

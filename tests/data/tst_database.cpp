@@ -3,7 +3,7 @@
 #include "data/ProgramSettings.h"
 #include "fakes/FakePlatform.h"
 #include "fakes/TestDatabase.h"
-#include "platform/AppError.h"
+#include "rules/AppError.h"
 
 #include <QFile>
 #include <QTest>

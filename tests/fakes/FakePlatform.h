@@ -9,6 +9,7 @@
 #include "fakes/FakeInputBox.h"
 #include "fakes/FakeInstanceGuard.h"
 #include "fakes/FakeMessageBox.h"
+#include "fakes/FakeNotifier.h"
 #include "fakes/FakePictureLoader.h"
 #include "fakes/FakeProgramEnd.h"
 #include "fakes/FakeSoundPlayer.h"
@@ -42,6 +43,7 @@ public:
     FakeProgramEnd end;
     FakePictureLoader pictures;
     FakeWallTimer wallTimer;
+    FakeNotifier notifier;
 
     Platform platform();
 };

@@ -224,6 +224,13 @@ void PulseSoundPlayer::play(const QString &path)
     m_playbacks.remove(playback);
 }
 
+void PulseSoundPlayer::stop()
+{
+    for (const auto &playback : m_playbacks)
+        if (playback != m_prepared)
+            playback->stop();
+}
+
 void PulseSoundPlayer::beep()
 {
     QApplication::beep();

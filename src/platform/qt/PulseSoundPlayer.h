@@ -16,6 +16,7 @@ public:
 
     void play(const QString &path) override;
     void beep() override;
+    void stop() override;
     // Opens the file and a connected stream now, so that a play() of the same
     // file within the next 90 s sends its first samples at once.
     void prepare(const QString &path) override;

@@ -1,7 +1,7 @@
 #include <QTest>
 
 // After <QTest> on purpose: the header must survive Qt's "slots" macro.
-#include "table/RowState.h"
+#include "rules/RowState.h"
 
 #include <limits>
 

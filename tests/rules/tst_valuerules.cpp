@@ -1,6 +1,6 @@
-#include "table/CountdownText.h"
+#include "rules/CountdownText.h"
 #include "table/TickSchedule.h"
-#include "table/ValueConversions.h"
+#include "rules/ValueConversions.h"
 
 #include <QTest>
 #include <QTimeZone>

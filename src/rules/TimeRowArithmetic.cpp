@@ -1,8 +1,8 @@
-#include "table/TimeRowArithmetic.h"
+#include "rules/TimeRowArithmetic.h"
 
-#include "platform/AppError.h"
-#include "table/DateText.h"
-#include "table/TimeText.h"
+#include "rules/AppError.h"
+#include "rules/DateText.h"
+#include "rules/TimeText.h"
 
 #include <limits>
 

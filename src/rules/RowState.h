@@ -1,6 +1,6 @@
 #pragma once
 
-#include "appearance/CustomColours.h"
+#include "rules/CustomColours.h"
 
 #include <QtGlobal>
 #include <optional>

@@ -1,8 +1,8 @@
-#include "platform/AppError.h"
-#include "table/AlarmMoment.h"
-#include "table/DateText.h"
-#include "table/TimeRowArithmetic.h"
-#include "table/TimeText.h"
+#include "rules/AppError.h"
+#include "rules/AlarmMoment.h"
+#include "rules/DateText.h"
+#include "rules/TimeRowArithmetic.h"
+#include "rules/TimeText.h"
 
 #include <QElapsedTimer>
 #include <QTest>

@@ -1,4 +1,4 @@
-#include "table/RowState.h"
+#include "rules/RowState.h"
 
 namespace {
 // Colour schemes as the settings store them.

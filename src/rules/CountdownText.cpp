@@ -1,6 +1,6 @@
-#include "table/CountdownText.h"
+#include "rules/CountdownText.h"
 
-#include "table/ValueConversions.h"
+#include "rules/ValueConversions.h"
 
 QString strPrintCountDownHours(qint32 seconds, const QString &marker)
 {

@@ -1,7 +1,7 @@
-#include "table/AlarmMoment.h"
+#include "rules/AlarmMoment.h"
 
-#include "platform/AppError.h"
-#include "table/TimeText.h"
+#include "rules/AppError.h"
+#include "rules/TimeText.h"
 
 #include <limits>
 #include <optional>

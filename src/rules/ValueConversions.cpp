@@ -1,4 +1,4 @@
-#include "table/ValueConversions.h"
+#include "rules/ValueConversions.h"
 
 #include <charconv>
 #include <cmath>

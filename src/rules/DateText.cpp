@@ -1,6 +1,6 @@
-#include "table/DateText.h"
+#include "rules/DateText.h"
 
-#include "table/ValueConversions.h"
+#include "rules/ValueConversions.h"
 
 #include <QLocale>
 #include <array>

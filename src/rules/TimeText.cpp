@@ -1,6 +1,6 @@
-#include "table/TimeText.h"
+#include "rules/TimeText.h"
 
-#include "table/ValueConversions.h"
+#include "rules/ValueConversions.h"
 
 namespace {
 
