@@ -12,6 +12,7 @@
 #include "platform/Clock.h"
 #include "platform/FileSystem.h"
 #include "platform/MessageBox.h"
+#include "platform/Notifier.h"
 #include "platform/PictureLoader.h"
 #include "platform/SoundPlayer.h"
 #include "platform/UrlOpener.h"
@@ -22,6 +23,7 @@
 #include "rules/DateText.h"
 #include "rules/RowState.h"
 #include "table/FlatRowButton.h"
+#include "table/SoundingCycle.h"
 #include "table/TickSchedule.h"
 #include "rules/TimeRowArithmetic.h"
 #include "rules/TimeText.h"
@@ -52,8 +54,6 @@
 namespace {
 
 const QString kUrlMarkerTip = QStringLiteral("Reveals the URL description.");
-constexpr qint32 kSnoozeColour = 0xC0C0FF;
-constexpr qint32 kSnoozeFlashColour = 0x8080FF;
 constexpr qint32 kJumpTypingColour = 0x0080FF;
 constexpr qint32 kJumpRestColour = 0xFFFFFF;
 
@@ -360,20 +360,16 @@ void frmAlarmClock::buildControls()
     QFont snoozeFont = cmdSnooze->font();
     snoozeFont.setBold(true);
     cmdSnooze->setFont(snoozeFont);
-    setBackColour(cmdSnooze, kSnoozeColour);
     bottom->addWidget(cmdSnooze, 0, 3, 2, 1);
     bottom->setColumnStretch(3, 1);
     cmdSnooze->setVisible(false);
     outer->addWidget(panel);
 
     tmrAlarmClock = &m_platform.wallTimer;
-    tmrAlarmSound = new QTimer(this);
-    tmrAlarmSound->setObjectName(QStringLiteral("tmrAlarmSound"));
-    // Coarse timers may fire 5 % early; the plays are meant to be 15 s apart.
-    tmrAlarmSound->setTimerType(Qt::PreciseTimer);
-    tmrAlarmSoundFlash = new QTimer(this);
-    tmrAlarmSoundFlash->setObjectName(QStringLiteral("tmrAlarmSoundFlash"));
-    tmrAlarmSoundFlash->setInterval(300);
+    m_cycle = new SoundingCycle(m_platform.sound, m_platform.notifier, m_state, cmdSnooze,
+                                [this](qint16 row) { subPlayRowSound(row); }, this);
+    tmrAlarmSound = m_cycle->tmrAlarmSound;
+    tmrAlarmSoundFlash = m_cycle->tmrAlarmSoundFlash;
 
     for (QWidget *w : {static_cast<QWidget *>(chkTimeRow), static_cast<QWidget *>(chkSoundOnOff),
                        static_cast<QWidget *>(chkShow), static_cast<QWidget *>(chkMinimizeToTray)})
@@ -414,8 +410,7 @@ void frmAlarmClock::connectHandlers()
     connect(cmdClearForm, &QPushButton::clicked, this, [this] { cmdClearForm_Click(); });
 
     tmrAlarmClock->onTimeout([this] { tmrAlarmClock_Timer(); });
-    connect(tmrAlarmSound, &QTimer::timeout, this, [this] { tmrAlarmSound_Timer(); });
-    connect(tmrAlarmSoundFlash, &QTimer::timeout, this, [this] { tmrAlarmSoundFlash_Timer(); });
+    m_platform.notifier.onStop([this] { cmdSnooze_Click(); });
 }
 
 int frmAlarmClock::rowOf(QObject *control) const { return control->property("row").toInt(); }
@@ -510,8 +505,11 @@ void frmAlarmClock::Form_Load()
     m_state.bEvaluateNow = true;
     bDataChanged = false;
     m_state.bSoundOn = true;
-    // Sound is on at every start, whatever it was when the program closed.
+    // The switch starts on; the stored setting is applied after the load.
+    // Its audible check plays only for a user who keeps the sound on.
+    m_silentSwitch = !storedSoundOn();
     chkSoundOnOff->setChecked(true);
+    m_silentSwitch = false;
     basLoadAlarmClocks(false);
     cmdSnooze->setVisible(false);
     armClockTimer(m_platform.clock.now());
@@ -519,6 +517,15 @@ void frmAlarmClock::Form_Load()
     // Start where a user begins: the first row's date, not a time-row box
     // (entering one of those clears its "0").
     txtACDate[0]->setFocus(Qt::OtherFocusReason);
+}
+
+bool frmAlarmClock::storedSoundOn()
+{
+    try {
+        return m_settings.readSwitches().value_or(StoredSwitches{}).sound;
+    } catch (const AppError &) {
+        return true; // the settings routines report their own errors
+    }
 }
 
 void frmAlarmClock::Form_Resize(int windowState)
@@ -619,8 +626,11 @@ void frmAlarmClock::tick(QDateTime now)
         m_state.bEvaluateNow = false;
         return;
     }
+    const QString message = QStringLiteral("ALARM @ ") + formatAlarmTipTime(now);
     m_shell.subRemoveTrayIcon();
-    m_shell.subMinimizeToTray(false, QStringLiteral("ALARM @ ") + formatAlarmTipTime(now));
+    m_shell.subMinimizeToTray(false, message);
+    // Says which alarm rings, with a Stop, where no tray or pop-up would.
+    m_platform.notifier.show(message, txtACDetails[m_state.intAlarmRow]->text());
     letPendingEventsRun();
     m_state.bEvaluateNow = true;
     if (chkShow->isChecked()) {
@@ -628,63 +638,23 @@ void frmAlarmClock::tick(QDateTime now)
         m_shell.restoreMainWindow();
         letPendingEventsRun();
     }
-    if (m_state.bSoundOn && m_state.lngAlarmPlaysLeft < 1) {
-        const qint64 plays = qint64(longValue(txtSoundOffTimes->text())) - 1;
-        if (plays < std::numeric_limits<qint32>::min())
-            throw AppError(6, QStringLiteral("Overflow"));
-        m_state.lngAlarmPlaysLeft = qint32(plays);
-        if (m_state.lngAlarmPlaysLeft > 0) {
-            tmrAlarmSoundFlash->start();
-            cmdSnooze->setVisible(true);
-            tmrAlarmSound->setInterval(15000);
-            tmrAlarmSound->start();
-            letPendingEventsRun();
-        }
-        m_platform.sound.beep();
-        subPlayRowSound(m_state.intAlarmRow);
-    }
+    if (m_state.bSoundOn && m_state.lngAlarmPlaysLeft < 1)
+        m_cycle->start(longValue(txtSoundOffTimes->text()));
 }
 
 // ---------------------------------------------------------------------------
 // Sounding
 
-void frmAlarmClock::tmrAlarmSound_Timer()
-{
-    m_state.lngAlarmPlaysLeft -= 1;
-    m_state.bEvaluateNow = true;
-    subShowPlaysLeft();
-    letPendingEventsRun();
-    if (m_state.lngAlarmPlaysLeft < 1)
-        subStopAlarm();
-    letPendingEventsRun();
-    m_platform.sound.beep();
-    subPlayRowSound(m_state.intAlarmRow);
-}
+// The cycle itself lives in SoundingCycle; these are the window's handlers.
+void frmAlarmClock::tmrAlarmSound_Timer() { m_cycle->tmrAlarmSound_Timer(); }
 
-void frmAlarmClock::tmrAlarmSoundFlash_Timer()
-{
-    setBackColour(cmdSnooze, cmdSnooze->isEnabled() ? kSnoozeFlashColour : kSnoozeColour);
-    cmdSnooze->setEnabled(!cmdSnooze->isEnabled());
-}
+void frmAlarmClock::tmrAlarmSoundFlash_Timer() { m_cycle->tmrAlarmSoundFlash_Timer(); }
 
 void frmAlarmClock::cmdSnooze_Click() { subStopAlarm(); }
 
-void frmAlarmClock::subStopAlarm()
-{
-    tmrAlarmSoundFlash->stop();
-    m_state.lngAlarmPlaysLeft = 0;
-    tmrAlarmSound->setInterval(0);
-    tmrAlarmSound->stop();
-    cmdSnooze->setVisible(false);
-    cmdSnooze->setText(QStringLiteral("click me to turn off the alarm"));
-    cmdSnooze->setEnabled(false);
-    setBackColour(cmdSnooze, kSnoozeColour);
-}
+void frmAlarmClock::subStopAlarm() { m_cycle->subStopAlarm(); }
 
-void frmAlarmClock::subShowPlaysLeft()
-{
-    cmdSnooze->setText(QStringLiteral("turn off? %1 alarms to play").arg(m_state.lngAlarmPlaysLeft));
-}
+void frmAlarmClock::subShowPlaysLeft() { m_cycle->subShowPlaysLeft(); }
 
 QString frmAlarmClock::soundPathOf(int index) const
 {
@@ -719,8 +689,10 @@ void frmAlarmClock::chkSoundOnOff_Click()
         chkSoundOnOff->setText(QStringLiteral("Sound [on]"));
         m_shell.setMenuPair(MenuPair::Sound, true);
         // An audible check that the sound works.
-        m_platform.sound.beep();
-        subPlayRowSound(m_state.intAlarmRow);
+        if (!m_silentSwitch) {
+            m_platform.sound.beep();
+            subPlayRowSound(m_state.intAlarmRow);
+        }
     } else {
         chkSoundOnOff->setText(QStringLiteral("Sound [off]"));
         m_shell.setMenuPair(MenuPair::Sound, false);

@@ -18,6 +18,7 @@ class QToolButton;
 class Database;
 class ProgramSettings;
 class ShellLink;
+class SoundingCycle;
 
 template <typename T>
 using RowArray = std::array<T *, kAlarmRows>;
@@ -167,4 +168,8 @@ private:
     AlarmState &m_state;
     ShellLink &m_shell;
     bool m_loaded = false;
+    // Set while the start-up turns the sound switch on for a user who keeps it off.
+    bool m_silentSwitch = false;
+    bool storedSoundOn();
+    SoundingCycle *m_cycle = nullptr;
 };
