@@ -18,13 +18,11 @@
 #include "platform/UrlOpener.h"
 #include "platform/WallTimer.h"
 #include "shell/ShellLink.h"
-#include "rules/AlarmMoment.h"
-#include "rules/CountdownText.h"
 #include "rules/DateText.h"
 #include "rules/RowState.h"
+#include "table/ClockTick.h"
 #include "table/FlatRowButton.h"
 #include "table/SoundingCycle.h"
-#include "table/TickSchedule.h"
 #include "rules/TimeRowArithmetic.h"
 #include "rules/TimeText.h"
 #include "rules/ValueConversions.h"
@@ -57,7 +55,6 @@ const QString kUrlMarkerTip = QStringLiteral("Reveals the URL description.");
 constexpr qint32 kJumpTypingColour = 0x0080FF;
 constexpr qint32 kJumpRestColour = 0xFFFFFF;
 
-void letPendingEventsRun() { QCoreApplication::processEvents(); }
 
 bool isEnter(int key) { return key == Qt::Key_Return || key == Qt::Key_Enter; }
 
@@ -368,6 +365,9 @@ void frmAlarmClock::buildControls()
     tmrAlarmClock = &m_platform.wallTimer;
     m_cycle = new SoundingCycle(m_platform.sound, m_platform.notifier, m_state, cmdSnooze,
                                 [this](qint16 row) { subPlayRowSound(row); }, this);
+    TickControls tickControls{txtCurrentDateTime, lblCountDownHours, txtACDetails, txtSoundOffTimes, chkShow,
+                              [this](int row) { return soundPathOf(row); }};
+    m_tick = std::make_unique<ClockTick>(m_platform, m_state, m_shell, *m_cycle, std::move(tickControls));
     tmrAlarmSound = m_cycle->tmrAlarmSound;
     tmrAlarmSoundFlash = m_cycle->tmrAlarmSoundFlash;
 
@@ -545,12 +545,7 @@ void frmAlarmClock::Form_Activate() { m_state.bEvaluateNow = true; }
 // ---------------------------------------------------------------------------
 // Clock tick
 
-void frmAlarmClock::armClockTimer(const QDateTime &now)
-{
-    // Re-armed from the wall clock each time, so the tick lands at the start
-    // of every second and never skips or doubles one.
-    tmrAlarmClock->startAt(nextTickAt(now, m_state.intMDIWindowState == 1));
-}
+void frmAlarmClock::armClockTimer(const QDateTime &now) { m_tick->arm(now); }
 
 void frmAlarmClock::subWakeClock()
 {
@@ -564,83 +559,8 @@ void frmAlarmClock::showEvent(QShowEvent *event)
     subWakeClock();
 }
 
-void frmAlarmClock::tmrAlarmClock_Timer()
-{
-    const QDateTime now = m_platform.clock.now();
-    armClockTimer(now);
-    // A clock set back by a fraction of a second wakes the timer inside the
-    // second just ticked; ticking it again would trip its alarm twice.
-    const qint64 second = now.toSecsSinceEpoch();
-    if (second == m_lastTickSecond)
-        return;
-    m_lastTickSecond = second;
-    try {
-        tick(now);
-    } catch (const AppError &) {
-        // A row that cannot be evaluated ends this tick; the next starts afresh.
-    }
-}
-
-void frmAlarmClock::tick(QDateTime now)
-{
-    const bool hidden = m_state.intMDIWindowState == 1;
-    now = now.addMSecs(-now.time().msec()); // whole seconds, on the instant (see nextTickAt)
-    if (!hidden)
-        txtCurrentDateTime->setText(formatNowText(now));
-    if (!m_state.bEvaluateNow) {
-        if (now.time().second() != 0)
-            return;
-        m_state.bEvaluateNow = true;
-    }
-
-    bool alarmNow = false;
-    int dueSoon = -1;
-    const QDate today = now.date();
-    for (int i = 0; i < kAlarmRows; ++i) {
-        const QString &time = m_state.strAlarmTimes[size_t(i)];
-        if (time.isEmpty())
-            continue;
-        const std::optional<QDate> date = parseDate(m_state.strAlarmDates[size_t(i)]);
-        const bool dated = date.has_value();
-        const qint32 s = secondsUntil(now, dated ? *date : today, time);
-        if (s == 0) {
-            m_state.intAlarmRow = qint16(i);
-            alarmNow = true;
-        } else if (s > 0 && s <= 60) {
-            dueSoon = i;
-        }
-        if (hidden)
-            continue;
-        lblCountDownHours[i]->setText(
-            strPrintCountDownHours(s, dated ? QStringLiteral("done") : QStringLiteral("zZZzz")));
-        if (const auto colour =
-                rowStateColour(classifyRow(dated, s), dated, m_state.intColorPick, m_state.customColours))
-            setDetailsBackColor(i, *colour);
-    }
-
-    // A row due within the minute: let the player get its sound ready, so
-    // the alarm is heard the moment it trips.
-    if (dueSoon >= 0 && m_state.bSoundOn)
-        m_platform.sound.prepare(soundPathOf(dueSoon));
-    if (!alarmNow) {
-        m_state.bEvaluateNow = false;
-        return;
-    }
-    const QString message = QStringLiteral("ALARM @ ") + formatAlarmTipTime(now);
-    m_shell.subRemoveTrayIcon();
-    m_shell.subMinimizeToTray(false, message);
-    // Says which alarm rings, with a Stop, where no tray or pop-up would.
-    m_platform.notifier.show(message, txtACDetails[m_state.intAlarmRow]->text());
-    letPendingEventsRun();
-    m_state.bEvaluateNow = true;
-    if (chkShow->isChecked()) {
-        m_state.intMDIWindowState = 0;
-        m_shell.restoreMainWindow();
-        letPendingEventsRun();
-    }
-    if (m_state.bSoundOn && m_state.lngAlarmPlaysLeft < 1)
-        m_cycle->start(longValue(txtSoundOffTimes->text()));
-}
+// The tick itself lives in ClockTick; this is the window's handler.
+void frmAlarmClock::tmrAlarmClock_Timer() { m_tick->tmrAlarmClock_Timer(); }
 
 // ---------------------------------------------------------------------------
 // Sounding

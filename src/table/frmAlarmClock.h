@@ -6,7 +6,7 @@
 #include <QDateTime>
 #include <QWidget>
 #include <array>
-#include <limits>
+#include <memory>
 
 class QCheckBox;
 class QLabel;
@@ -19,6 +19,7 @@ class Database;
 class ProgramSettings;
 class ShellLink;
 class SoundingCycle;
+class ClockTick;
 
 template <typename T>
 using RowArray = std::array<T *, kAlarmRows>;
@@ -151,8 +152,6 @@ private:
     void buildControls();
     void connectHandlers();
     void armClockTimer(const QDateTime &now);
-    qint64 m_lastTickSecond = std::numeric_limits<qint64>::min();
-    void tick(QDateTime now);
     void subDerive24Mark(int index);
     // The row's sound file, or the default one when the row names none.
     QString soundPathOf(int index) const;
@@ -172,4 +171,5 @@ private:
     bool m_silentSwitch = false;
     bool storedSoundOn();
     SoundingCycle *m_cycle = nullptr;
+    std::unique_ptr<ClockTick> m_tick;
 };
