@@ -30,10 +30,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 
     for (const QString &t : {text, typed}) {
         const QString repaired = normaliseTime(t);
-        FUZZ_CHECK(repaired.isEmpty() || repaired.size() == 5, t);
+        // A box left holding anything but a real "hh:nn" would never ring.
+        FUZZ_CHECK(repaired.isEmpty() || (isTwoDigitTime(repaired) && parseTimeOfDay(repaired)), t);
         FUZZ_CHECK(normaliseTime(repaired) == repaired, t);
-        if (const std::optional<QTime> time = parseTimeOfDay(repaired))
-            FUZZ_CHECK(isTwoDigitTime(repaired) && time->second() == 0, t);
 
         const QString formatted = formatTimeText(t);
         const std::optional<QTime> time = parseTimeOfDay(t);

@@ -15,6 +15,13 @@
 
 namespace detail {
 
+// SQLITE_BUSY and SQLITE_LOCKED: another connection holds the file.
+bool isBusy(const QSqlError &error)
+{
+    const QString code = error.nativeErrorCode();
+    return code == QLatin1String("5") || code == QLatin1String("6");
+}
+
 // Owns one named Qt connection and removes it when the last user lets go.
 class Connection {
 public:
@@ -23,20 +30,26 @@ public:
         static std::atomic<quint64> counter{0};
         m_name = QStringLiteral("alarmclock-%1").arg(++counter);
         QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_name);
-        // mode=rw: opening must never create a missing file. A short busy
-        // timeout lets a passing lock clear without freezing the window.
-        db.setConnectOptions(QStringLiteral("QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=1000"));
+        // mode=rw: opening must never create a missing file. Another
+        // program's lock is waited for up to 2 s, then the statement fails
+        // in the routine that ran it.
+        db.setConnectOptions(QStringLiteral("QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=2000"));
         db.setDatabaseName(QStringLiteral("file:") + QString::fromLatin1(QUrl::toPercentEncoding(path, "/"))
                            + QStringLiteral("?mode=rw"));
         if (!db.open())
             throw sqlError(db.lastError());
         // SQLite opens lazily; read the schema now so that a file that is not
-        // a database (or an empty one) fails here, as it would on open.
+        // a database (or an empty one) fails here, as it would on open. A
+        // file another program holds locked is a database all the same: the
+        // probe does not wait for it, and the statements that follow do.
         QSqlQuery probe(db);
-        if (!probe.exec(QStringLiteral("SELECT count(*) FROM sqlite_master")))
+        probe.exec(QStringLiteral("PRAGMA busy_timeout = 0"));
+        const bool read = probe.exec(QStringLiteral("SELECT count(*) FROM sqlite_master"));
+        if (!read && !isBusy(probe.lastError()))
             throw sqlError(probe.lastError());
-        if (!probe.next() || probe.value(0).toInt() == 0)
+        if (read && (!probe.next() || probe.value(0).toInt() == 0))
             throw AppError(26, QStringLiteral("file is not a database"));
+        probe.exec(QStringLiteral("PRAGMA busy_timeout = 2000"));
     }
     ~Connection()
     {

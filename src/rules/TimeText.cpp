@@ -44,6 +44,12 @@ QString formatTimeText(const QString &text)
     return time ? time->toString(QStringLiteral("HH:mm")) : text;
 }
 
+QString timeOrEmpty(const QString &text)
+{
+    const std::optional<QTime> time = parseTimeOfDay(text);
+    return time ? time->toString(QStringLiteral("HH:mm")) : QString();
+}
+
 QString normaliseTime(const QString &text)
 {
     if (text.size() != 5)
@@ -53,7 +59,7 @@ QString normaliseTime(const QString &text)
         t = QStringLiteral("00:") + t.mid(3, 2);
     if (integerValue(t.mid(3, 2)) >= 60)
         t = t.left(2) + QStringLiteral(":00");
-    return formatTimeText(t);
+    return timeOrEmpty(t);
 }
 
 std::optional<QChar> filterTimeKey(QChar typed)

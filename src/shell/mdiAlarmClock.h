@@ -144,4 +144,6 @@ private:
     QMdiSubWindow *m_tableSub = nullptr;
     std::unique_ptr<SecondaryForms> m_forms;
     bool m_unloaded = false;
+    // Counts the menu pairs' choices, to tell a later one made during a play.
+    quint64 m_pairChoices = 0;
 };

@@ -450,9 +450,10 @@ bool frmAlarmClock::eventFilter(QObject *watched, QEvent *event)
     } else if (watched == txtACTime[i]) {
         if (type == QEvent::KeyPress) {
             auto *key = static_cast<QKeyEvent *>(event);
-            // Only typed characters go through the filter; moving keys and
-            // Tab are not characters.
-            if (isFocusKey(key->key()) || key->key() == Qt::Key_Delete || key->text().isEmpty())
+            // Only typed characters go through the filter; moving keys, Tab
+            // and shortcuts (Ctrl+A, Ctrl+V, Alt+...) are not typing.
+            if (isFocusKey(key->key()) || key->key() == Qt::Key_Delete || key->text().isEmpty()
+                || (key->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)))
                 return false;
             const QChar original = key->text().at(0);
             QChar typed = original;
@@ -865,8 +866,9 @@ void frmAlarmClock::basLoadAlarmClocks(bool ask)
                     lblUrlToolTip[i]->setToolTip(url.isEmpty() ? kUrlMarkerTip : url);
                     txtWAVEFileNamePath[i]->setText(textValue(rs.field(QStringLiteral("strWAVEFileNamePath"))));
                     txtACDate[i]->setText(formatDateText(dateText));
-                    const QString timeText = textValue(rs.field(QStringLiteral("dtalarmclockhhnn")));
-                    txtACTime[i]->setText(formatTimeText(timeText));
+                    // A stored time that is no time loads empty: it could never ring.
+                    const QString timeText = timeOrEmpty(textValue(rs.field(QStringLiteral("dtalarmclockhhnn"))));
+                    txtACTime[i]->setText(timeText);
                     // The daily mark is derived, never read from the record.
                     if (parseDate(dateText))
                         lbl24[i]->setVisible(false);
@@ -891,7 +893,7 @@ void frmAlarmClock::basLoadAlarmClocks(bool ask)
     m_state.bEvaluateNow = true;
 }
 
-void frmAlarmClock::basSaveAlarmClocks()
+bool frmAlarmClock::basSaveAlarmClocks()
 {
     bDataChanged = false;
     try {
@@ -922,8 +924,12 @@ void frmAlarmClock::basSaveAlarmClocks()
             throw;
         }
         m_state.bEvaluateNow = true;
+        return true;
     } catch (const AppError &e) {
         showErrorBox(m_platform.messages, QStringLiteral("basSaveAlarmClocks"), e);
+        // Nothing was stored: the rows on screen are still the user's only copy.
+        bDataChanged = true;
+        return false;
     }
 }
 
@@ -936,8 +942,10 @@ void frmAlarmClock::cmdLoad_Click()
 
 void frmAlarmClock::cmdSave_Click()
 {
-    basSaveAlarmClocks();
-    basLoadAlarmClocks(false);
+    // Only a stored save is read back: after a failed one the reload would
+    // replace what the user typed with the old rows.
+    if (basSaveAlarmClocks())
+        basLoadAlarmClocks(false);
     m_state.intMDIWindowState = 0;
     m_state.bEvaluateNow = true;
 }

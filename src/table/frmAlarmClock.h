@@ -84,7 +84,8 @@ public:
 
     // Loading, saving and clearing.
     void basLoadAlarmClocks(bool ask);
-    void basSaveAlarmClocks();
+    // False when the database refused the save (the rows stay as typed).
+    bool basSaveAlarmClocks();
     void cmdLoad_Click();
     void cmdSave_Click();
     void cmdClearForm_Click();

@@ -119,7 +119,7 @@ private slots:
     void startUpWithSoundStoredOffPlaysNothing()
     {
         LoadedMainWindow m([](FakePlatform &fp) {
-            TestDatabase(fp.testDir.filePath(QStringLiteral("alarmclock.mdb")))
+            TestDatabase(fp.testDir.dbPath())
                 .exec(QStringLiteral("UPDATE tblprogramsetting SET booSound = 0"));
         });
         QVERIFY(m.fp.sound.played.isEmpty());
@@ -131,7 +131,7 @@ private slots:
     void closingDuringStartUpEndsTheProgram()
     {
         LoadedMainWindow m([](FakePlatform &fp) {
-            TestDatabase(fp.testDir.filePath(QStringLiteral("alarmclock.mdb"))).exec(QStringLiteral("DROP TABLE tblalarmclock"));
+            TestDatabase(fp.testDir.dbPath()).exec(QStringLiteral("DROP TABLE tblalarmclock"));
             fp.messages.onShow = [](const ShownMessage &) {
                 for (QWidget *w : QApplication::topLevelWidgets())
                     if (w->objectName() == QStringLiteral("mdiAlarmClock"))
@@ -140,6 +140,24 @@ private slots:
         });
         QVERIFY(m.w->isUnloaded());
         QVERIFY(!m.fp.wallTimer.active);
+    }
+
+    // Sound Off chosen while Sound On still plays its check: the database
+    // keeps the last choice, as the window shows it.
+    void aChoiceDuringTheCheckSoundIsTheOneStored()
+    {
+        LoadedMainWindow m([](FakePlatform &fp) {
+            TestDatabase(fp.testDir.dbPath()).exec(QStringLiteral("UPDATE tblprogramsetting SET booSound = 0"));
+        });
+        m.fp.sound.onPlay = [&](const QString &) {
+            m.fp.sound.onPlay = {};
+            m.w->mnuSoundOff->trigger();
+        };
+        m.w->mnuSoundOn->trigger();
+        QCOMPARE(m.fp.sound.played.size(), 1);
+        QVERIFY(!m.t->chkSoundOnOff->isChecked() && m.w->mnuSoundOff->isChecked());
+        QCOMPARE(TestDatabase(m.fp.testDir.dbPath()).value(QStringLiteral("SELECT booSound FROM tblprogramsetting")).toInt(),
+                 0);
     }
 
     void aRowsOwnSoundPlaysWhileTheClockTicksOn()
