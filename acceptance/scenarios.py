@@ -4,6 +4,7 @@ import contextlib
 import math
 import os
 import signal
+import socket
 import sqlite3
 import sys
 import time
@@ -35,8 +36,8 @@ class Context:
     def folder(self, label):
         return fresh_copy(self.staged, os.path.join(self.work, label))
 
-    def launch(self, folder, label=None):
-        app = App(self.desktop, folder, label or self.scenario).start()
+    def launch(self, folder, label=None, **extra_env):
+        app = App(self.desktop, folder, label or self.scenario).start(**extra_env)
         self.apps.append(app)
         return app
 
@@ -399,6 +400,33 @@ def bad_row_and_snooze(ctx):
     check(heard == 0, f'{heard:.2f} s of sound later than half a second after the snooze at {clock(pressed)}')
 
 
+def exit_while_the_audio_server_hangs(ctx):
+    """An audio server that takes the connection and never answers: the
+    alarm still shows, and Exit still ends the program at once."""
+    folder = ctx.folder('hung-audio')
+    hung = socket.socket(socket.AF_UNIX, socket.SOCK_STREAM)
+    hung.bind(os.path.join(folder, 'hung-audio'))
+    hung.listen(16)
+    try:
+        due = math.floor(time.time() / 60) * 60 + 60
+        if due - time.time() < 10:
+            due += 60
+        seed_rows(folder, [('', time_text(due), 'hung audio', '')], 3)
+        app = ctx.launch(folder, PULSE_SERVER='unix:' + os.path.join(folder, 'hung-audio'))
+        app.main()
+        app.wait_find(SNOOZE_CAPTION, 'push button', timeout=due - time.time() + 5)
+        sleep_until(due + 1)
+        pressed = time.time()
+        app.menu('Program', 'Exit')
+        code = app.wait_exit(5)
+        ended = time.time() - pressed
+        ctx.note(f'Exit during a hung play ended the program in {ended:.2f} s')
+        check(code == 0, f'on Exit during a hung play the program {outcome(code)}')
+        check(ended <= 2.0, f'Exit took {ended:.2f} s with the audio server hung')
+    finally:
+        hung.close()
+
+
 def exit_program(ctx):
     tray_is_empty(ctx.desktop)
     app = ctx.launch(ctx.folder('exit'))
@@ -421,5 +449,6 @@ SCENARIOS = [
     ('single-instance', single_instance, 60),
     ('missing-files', missing_files, 90),
     ('bad-row-and-snooze', bad_row_and_snooze, 120),
+    ('exit-while-audio-hangs', exit_while_the_audio_server_hangs, 90),
     ('exit', exit_program, 60),
 ]

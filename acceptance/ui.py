@@ -142,8 +142,8 @@ class App:
         self.log = os.path.join(desktop.logs, f'{log_name}.log')
         self.proc = None
 
-    def start(self):
-        env = dict(self.desktop.env, QT_LINUX_ACCESSIBILITY_ALWAYS_ON='1')
+    def start(self, **extra_env):
+        env = dict(self.desktop.env, QT_LINUX_ACCESSIBILITY_ALWAYS_ON='1', **extra_env)
         with open(self.log, 'ab') as log:
             # Started from elsewhere: the program must find its files beside itself.
             self.proc = subprocess.Popen([os.path.join(self.folder, 'alarmclock')], env=env,
