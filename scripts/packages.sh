@@ -2,7 +2,9 @@
 BUILD_PACKAGES=(cmake g++ make pkg-config qt6-base-dev libqt6sql6-sqlite libpulse-dev libsndfile1-dev
                 fonts-liberation)
 # Also needed by the tests.
-TEST_PACKAGES=(desktop-file-utils)
+# The Debian package check needs cpack's helpers (dpkg-shlibdeps from dpkg-dev,
+# file) and the two validators.
+TEST_PACKAGES=(desktop-file-utils dpkg-dev file lintian appstream)
 # The desktop acceptance suite: X server, tray host, session bus, audio server
 # and recorder, accessibility client, keyboard and mouse, screenshots.
 ACCEPTANCE_PACKAGES=(xvfb trayer dbus dbus-x11 at-spi2-core python3 python3-gi python3-pyatspi
