@@ -7,6 +7,7 @@ import sys
 import time
 
 from desktop import wait_for
+from desktops import SCENARIOS as OTHER_DESKTOPS
 from ui import (MAIN_TITLE, App, Failure, check, click, enabled, extents, fresh_copy, name, pixels,
                 read_rows, read_setting, role, showing, text_of, type_into, x_title)
 
@@ -384,4 +385,5 @@ SCENARIOS = [
     ('single-instance', single_instance, 60),
     ('missing-files', missing_files, 90),
     ('exit', exit_program, 60),
+    *OTHER_DESKTOPS,
 ]
