@@ -1,8 +1,10 @@
 """What a user does with the program, and what they must see and hear."""
 
+import contextlib
 import math
 import os
 import signal
+import sqlite3
 import sys
 import time
 
@@ -363,6 +365,41 @@ def missing_files(ctx):
     check(shown_title == title, f'the first database box\'s title on the desktop reads {shown_title!r}')
 
 
+def seed_rows(folder, rows, times):
+    """Stores rows (date, time, description, sound path) and the sound count before a start."""
+    with contextlib.closing(sqlite3.connect(os.path.join(folder, 'alarmclock.mdb'))) as db, db:
+        db.execute('DELETE FROM tblalarmclock')
+        db.executemany('INSERT INTO tblalarmclock (dtalarmclockmmmddyyyy, dtalarmclockhhnn, stralarmclock, '
+                       'strWAVEFileNamePath) VALUES (?, ?, ?, ?)', rows)
+        db.execute('UPDATE tblprogramsetting SET intSoundAlarmTimes = ?', (times,))
+
+
+def bad_row_and_snooze(ctx):
+    """A stored time that is no time must not silence the row after it; the
+    snooze pressed in the middle of a long play silences it at once."""
+    folder = ctx.folder('bad-row')
+    tone = os.path.join(folder, 'long.wav')
+    ctx.recorder.write_tone(tone, 20)
+    due = math.floor(time.time() / 60) * 60 + 60
+    if due - time.time() < 15:
+        due += 60
+    seed_rows(folder, [('', 'ab:cd', 'not a time', ''), ('', time_text(due), 'a long song', tone)], 3)
+    app = ctx.launch(folder)
+    app.main()
+    snooze = app.wait_find(SNOOZE_CAPTION, 'push button', timeout=due - time.time() + 5)
+    onset = wait_for(lambda: ctx.recorder.onsets(due - 0.2, time.time()), 5, 0.05)
+    check(onset, f'no sound recorded after {clock(due)}')
+    check(0 <= onset[0] - due <= 1.0, f'the alarm started at {clock(onset[0])}, not within a second of {clock(due)}')
+    sleep_until(onset[0] + 3)
+    check(click_until_gone(snooze), 'the snooze button did not go away when clicked')
+    pressed = time.time()
+    sleep_until(pressed + 3)
+    heard = ctx.recorder.loud_time(pressed + 0.5, time.time())
+    tail = ctx.recorder.loud_time(pressed - 0.3, pressed + 0.5)
+    ctx.note(f'sound {tail:.2f} s around the snooze, {heard:.2f} s after half a second')
+    check(heard == 0, f'{heard:.2f} s of sound later than half a second after the snooze at {clock(pressed)}')
+
+
 def exit_program(ctx):
     tray_is_empty(ctx.desktop)
     app = ctx.launch(ctx.folder('exit'))
@@ -384,6 +421,7 @@ SCENARIOS = [
     ('program-name', program_name, 60),
     ('single-instance', single_instance, 60),
     ('missing-files', missing_files, 90),
+    ('bad-row-and-snooze', bad_row_and_snooze, 120),
     ('exit', exit_program, 60),
     *OTHER_DESKTOPS,
 ]

@@ -4,7 +4,7 @@ BUILD_PACKAGES=(cmake g++ make pkg-config qt6-base-dev libqt6sql6-sqlite libpuls
 # Also needed by the tests.
 # The Debian package check needs cpack's helpers (dpkg-shlibdeps from dpkg-dev,
 # file) and the two validators.
-TEST_PACKAGES=(desktop-file-utils dpkg-dev file lintian appstream)
+TEST_PACKAGES=(desktop-file-utils pulseaudio dpkg-dev file lintian appstream)
 # The desktop acceptance suite: X server, tray host, session bus, audio server
 # and recorder, accessibility client, keyboard and mouse, screenshots.
 ACCEPTANCE_PACKAGES=(xvfb trayer openbox dbus dbus-x11 at-spi2-core python3 python3-gi python3-pyatspi

@@ -62,5 +62,9 @@ int main(int argc, char *argv[])
 
     mdiAlarmClock window(platform);
     window.MDIForm_Load();
+    // Closed while starting (during the start-up sound, say): a quit before
+    // the event loop runs would be lost, and the process would linger.
+    if (window.isUnloaded())
+        return 0;
     return app.exec();
 }

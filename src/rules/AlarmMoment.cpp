@@ -20,3 +20,15 @@ qint32 secondsUntil(const QDateTime &now, const QDate &date, const QString &time
         throw AppError(6, QStringLiteral("Overflow"));
     return qint32(seconds);
 }
+
+qint64 wallSecond(const QDate &date, const QTime &time)
+{
+    return date.toJulianDay() * 86400 + time.msecsSinceStartOfDay() / 1000;
+}
+
+QDateTime fromWallSecond(qint64 wall)
+{
+    const qint64 day = wall >= 0 ? wall / 86400 : (wall - 86399) / 86400;
+    return QDateTime(QDate::fromJulianDay(day), QTime::fromMSecsSinceStartOfDay(int(wall - day * 86400) * 1000),
+                     Qt::UTC);
+}

@@ -255,6 +255,10 @@ void mdiAlarmClock::MDIForm_Load()
         showErrorBox(m_platform.messages, QStringLiteral("Err_MDIForm_Load"), e);
         return;
     }
+    // Closed during the start-up sound: the table window's load went on and
+    // armed the clock again.
+    if (m_unloaded)
+        m_table->tmrAlarmClock->stop();
     m_state.bEvaluateNow = true;
 }
 
@@ -399,8 +403,8 @@ void mdiAlarmClock::MDIForm_Unload()
     // window last of all.
     m_forms->closeAll();
     m_table->tmrAlarmClock->stop();
-    m_table->tmrAlarmSound->stop();
-    m_table->tmrAlarmSoundFlash->stop();
+    // Ends a ringing alarm and silences its sound now, not at the end of a play.
+    m_table->subStopAlarm();
     m_tableSub->close();
     QCoreApplication::quit();
 }

@@ -12,17 +12,17 @@
 #include "platform/Clock.h"
 #include "platform/FileSystem.h"
 #include "platform/MessageBox.h"
+#include "platform/Notifier.h"
 #include "platform/PictureLoader.h"
 #include "platform/SoundPlayer.h"
 #include "platform/UrlOpener.h"
 #include "platform/WallTimer.h"
 #include "shell/ShellLink.h"
-#include "rules/AlarmMoment.h"
-#include "rules/CountdownText.h"
 #include "rules/DateText.h"
 #include "rules/RowState.h"
+#include "table/ClockTick.h"
 #include "table/FlatRowButton.h"
-#include "table/TickSchedule.h"
+#include "table/SoundingCycle.h"
 #include "rules/TimeRowArithmetic.h"
 #include "rules/TimeText.h"
 #include "rules/ValueConversions.h"
@@ -52,12 +52,9 @@
 namespace {
 
 const QString kUrlMarkerTip = QStringLiteral("Reveals the URL description.");
-constexpr qint32 kSnoozeColour = 0xC0C0FF;
-constexpr qint32 kSnoozeFlashColour = 0x8080FF;
 constexpr qint32 kJumpTypingColour = 0x0080FF;
 constexpr qint32 kJumpRestColour = 0xFFFFFF;
 
-void letPendingEventsRun() { QCoreApplication::processEvents(); }
 
 bool isEnter(int key) { return key == Qt::Key_Return || key == Qt::Key_Enter; }
 
@@ -360,20 +357,19 @@ void frmAlarmClock::buildControls()
     QFont snoozeFont = cmdSnooze->font();
     snoozeFont.setBold(true);
     cmdSnooze->setFont(snoozeFont);
-    setBackColour(cmdSnooze, kSnoozeColour);
     bottom->addWidget(cmdSnooze, 0, 3, 2, 1);
     bottom->setColumnStretch(3, 1);
     cmdSnooze->setVisible(false);
     outer->addWidget(panel);
 
     tmrAlarmClock = &m_platform.wallTimer;
-    tmrAlarmSound = new QTimer(this);
-    tmrAlarmSound->setObjectName(QStringLiteral("tmrAlarmSound"));
-    // Coarse timers may fire 5 % early; the plays are meant to be 15 s apart.
-    tmrAlarmSound->setTimerType(Qt::PreciseTimer);
-    tmrAlarmSoundFlash = new QTimer(this);
-    tmrAlarmSoundFlash->setObjectName(QStringLiteral("tmrAlarmSoundFlash"));
-    tmrAlarmSoundFlash->setInterval(300);
+    m_cycle = new SoundingCycle(m_platform.sound, m_platform.notifier, m_state, cmdSnooze,
+                                [this](qint16 row) { subPlayRowSound(row); }, this);
+    TickControls tickControls{txtCurrentDateTime, lblCountDownHours, txtACDetails, txtSoundOffTimes, chkShow,
+                              [this](int row) { return soundPathOf(row); }};
+    m_tick = std::make_unique<ClockTick>(m_platform, m_state, m_shell, *m_cycle, std::move(tickControls));
+    tmrAlarmSound = m_cycle->tmrAlarmSound;
+    tmrAlarmSoundFlash = m_cycle->tmrAlarmSoundFlash;
 
     for (QWidget *w : {static_cast<QWidget *>(chkTimeRow), static_cast<QWidget *>(chkSoundOnOff),
                        static_cast<QWidget *>(chkShow), static_cast<QWidget *>(chkMinimizeToTray)})
@@ -414,8 +410,7 @@ void frmAlarmClock::connectHandlers()
     connect(cmdClearForm, &QPushButton::clicked, this, [this] { cmdClearForm_Click(); });
 
     tmrAlarmClock->onTimeout([this] { tmrAlarmClock_Timer(); });
-    connect(tmrAlarmSound, &QTimer::timeout, this, [this] { tmrAlarmSound_Timer(); });
-    connect(tmrAlarmSoundFlash, &QTimer::timeout, this, [this] { tmrAlarmSoundFlash_Timer(); });
+    m_platform.notifier.onStop([this] { cmdSnooze_Click(); });
 }
 
 int frmAlarmClock::rowOf(QObject *control) const { return control->property("row").toInt(); }
@@ -510,8 +505,11 @@ void frmAlarmClock::Form_Load()
     m_state.bEvaluateNow = true;
     bDataChanged = false;
     m_state.bSoundOn = true;
-    // Sound is on at every start, whatever it was when the program closed.
+    // The switch starts on; the stored setting is applied after the load.
+    // Its audible check plays only for a user who keeps the sound on.
+    m_silentSwitch = !storedSoundOn();
     chkSoundOnOff->setChecked(true);
+    m_silentSwitch = false;
     basLoadAlarmClocks(false);
     cmdSnooze->setVisible(false);
     armClockTimer(m_platform.clock.now());
@@ -519,6 +517,15 @@ void frmAlarmClock::Form_Load()
     // Start where a user begins: the first row's date, not a time-row box
     // (entering one of those clears its "0").
     txtACDate[0]->setFocus(Qt::OtherFocusReason);
+}
+
+bool frmAlarmClock::storedSoundOn()
+{
+    try {
+        return m_settings.readSwitches().value_or(StoredSwitches{}).sound;
+    } catch (const AppError &) {
+        return true; // the settings routines report their own errors
+    }
 }
 
 void frmAlarmClock::Form_Resize(int windowState)
@@ -538,12 +545,7 @@ void frmAlarmClock::Form_Activate() { m_state.bEvaluateNow = true; }
 // ---------------------------------------------------------------------------
 // Clock tick
 
-void frmAlarmClock::armClockTimer(const QDateTime &now)
-{
-    // Re-armed from the wall clock each time, so the tick lands at the start
-    // of every second and never skips or doubles one.
-    tmrAlarmClock->startAt(nextTickAt(now, m_state.intMDIWindowState == 1));
-}
+void frmAlarmClock::armClockTimer(const QDateTime &now) { m_tick->arm(now); }
 
 void frmAlarmClock::subWakeClock()
 {
@@ -557,134 +559,22 @@ void frmAlarmClock::showEvent(QShowEvent *event)
     subWakeClock();
 }
 
-void frmAlarmClock::tmrAlarmClock_Timer()
-{
-    const QDateTime now = m_platform.clock.now();
-    armClockTimer(now);
-    // A clock set back by a fraction of a second wakes the timer inside the
-    // second just ticked; ticking it again would trip its alarm twice.
-    const qint64 second = now.toSecsSinceEpoch();
-    if (second == m_lastTickSecond)
-        return;
-    m_lastTickSecond = second;
-    try {
-        tick(now);
-    } catch (const AppError &) {
-        // A row that cannot be evaluated ends this tick; the next starts afresh.
-    }
-}
-
-void frmAlarmClock::tick(QDateTime now)
-{
-    const bool hidden = m_state.intMDIWindowState == 1;
-    now = now.addMSecs(-now.time().msec()); // whole seconds, on the instant (see nextTickAt)
-    if (!hidden)
-        txtCurrentDateTime->setText(formatNowText(now));
-    if (!m_state.bEvaluateNow) {
-        if (now.time().second() != 0)
-            return;
-        m_state.bEvaluateNow = true;
-    }
-
-    bool alarmNow = false;
-    int dueSoon = -1;
-    const QDate today = now.date();
-    for (int i = 0; i < kAlarmRows; ++i) {
-        const QString &time = m_state.strAlarmTimes[size_t(i)];
-        if (time.isEmpty())
-            continue;
-        const std::optional<QDate> date = parseDate(m_state.strAlarmDates[size_t(i)]);
-        const bool dated = date.has_value();
-        const qint32 s = secondsUntil(now, dated ? *date : today, time);
-        if (s == 0) {
-            m_state.intAlarmRow = qint16(i);
-            alarmNow = true;
-        } else if (s > 0 && s <= 60) {
-            dueSoon = i;
-        }
-        if (hidden)
-            continue;
-        lblCountDownHours[i]->setText(
-            strPrintCountDownHours(s, dated ? QStringLiteral("done") : QStringLiteral("zZZzz")));
-        if (const auto colour =
-                rowStateColour(classifyRow(dated, s), dated, m_state.intColorPick, m_state.customColours))
-            setDetailsBackColor(i, *colour);
-    }
-
-    // A row due within the minute: let the player get its sound ready, so
-    // the alarm is heard the moment it trips.
-    if (dueSoon >= 0 && m_state.bSoundOn)
-        m_platform.sound.prepare(soundPathOf(dueSoon));
-    if (!alarmNow) {
-        m_state.bEvaluateNow = false;
-        return;
-    }
-    m_shell.subRemoveTrayIcon();
-    m_shell.subMinimizeToTray(false, QStringLiteral("ALARM @ ") + formatAlarmTipTime(now));
-    letPendingEventsRun();
-    m_state.bEvaluateNow = true;
-    if (chkShow->isChecked()) {
-        m_state.intMDIWindowState = 0;
-        m_shell.restoreMainWindow();
-        letPendingEventsRun();
-    }
-    if (m_state.bSoundOn && m_state.lngAlarmPlaysLeft < 1) {
-        const qint64 plays = qint64(longValue(txtSoundOffTimes->text())) - 1;
-        if (plays < std::numeric_limits<qint32>::min())
-            throw AppError(6, QStringLiteral("Overflow"));
-        m_state.lngAlarmPlaysLeft = qint32(plays);
-        if (m_state.lngAlarmPlaysLeft > 0) {
-            tmrAlarmSoundFlash->start();
-            cmdSnooze->setVisible(true);
-            tmrAlarmSound->setInterval(15000);
-            tmrAlarmSound->start();
-            letPendingEventsRun();
-        }
-        m_platform.sound.beep();
-        subPlayRowSound(m_state.intAlarmRow);
-    }
-}
+// The tick itself lives in ClockTick; this is the window's handler.
+void frmAlarmClock::tmrAlarmClock_Timer() { m_tick->tmrAlarmClock_Timer(); }
 
 // ---------------------------------------------------------------------------
 // Sounding
 
-void frmAlarmClock::tmrAlarmSound_Timer()
-{
-    m_state.lngAlarmPlaysLeft -= 1;
-    m_state.bEvaluateNow = true;
-    subShowPlaysLeft();
-    letPendingEventsRun();
-    if (m_state.lngAlarmPlaysLeft < 1)
-        subStopAlarm();
-    letPendingEventsRun();
-    m_platform.sound.beep();
-    subPlayRowSound(m_state.intAlarmRow);
-}
+// The cycle itself lives in SoundingCycle; these are the window's handlers.
+void frmAlarmClock::tmrAlarmSound_Timer() { m_cycle->tmrAlarmSound_Timer(); }
 
-void frmAlarmClock::tmrAlarmSoundFlash_Timer()
-{
-    setBackColour(cmdSnooze, cmdSnooze->isEnabled() ? kSnoozeFlashColour : kSnoozeColour);
-    cmdSnooze->setEnabled(!cmdSnooze->isEnabled());
-}
+void frmAlarmClock::tmrAlarmSoundFlash_Timer() { m_cycle->tmrAlarmSoundFlash_Timer(); }
 
 void frmAlarmClock::cmdSnooze_Click() { subStopAlarm(); }
 
-void frmAlarmClock::subStopAlarm()
-{
-    tmrAlarmSoundFlash->stop();
-    m_state.lngAlarmPlaysLeft = 0;
-    tmrAlarmSound->setInterval(0);
-    tmrAlarmSound->stop();
-    cmdSnooze->setVisible(false);
-    cmdSnooze->setText(QStringLiteral("click me to turn off the alarm"));
-    cmdSnooze->setEnabled(false);
-    setBackColour(cmdSnooze, kSnoozeColour);
-}
+void frmAlarmClock::subStopAlarm() { m_cycle->subStopAlarm(); }
 
-void frmAlarmClock::subShowPlaysLeft()
-{
-    cmdSnooze->setText(QStringLiteral("turn off? %1 alarms to play").arg(m_state.lngAlarmPlaysLeft));
-}
+void frmAlarmClock::subShowPlaysLeft() { m_cycle->subShowPlaysLeft(); }
 
 QString frmAlarmClock::soundPathOf(int index) const
 {
@@ -719,8 +609,10 @@ void frmAlarmClock::chkSoundOnOff_Click()
         chkSoundOnOff->setText(QStringLiteral("Sound [on]"));
         m_shell.setMenuPair(MenuPair::Sound, true);
         // An audible check that the sound works.
-        m_platform.sound.beep();
-        subPlayRowSound(m_state.intAlarmRow);
+        if (!m_silentSwitch) {
+            m_platform.sound.beep();
+            subPlayRowSound(m_state.intAlarmRow);
+        }
     } else {
         chkSoundOnOff->setText(QStringLiteral("Sound [off]"));
         m_shell.setMenuPair(MenuPair::Sound, false);

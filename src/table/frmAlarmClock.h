@@ -6,7 +6,7 @@
 #include <QDateTime>
 #include <QWidget>
 #include <array>
-#include <limits>
+#include <memory>
 
 class QCheckBox;
 class QLabel;
@@ -18,6 +18,8 @@ class QToolButton;
 class Database;
 class ProgramSettings;
 class ShellLink;
+class SoundingCycle;
+class ClockTick;
 
 template <typename T>
 using RowArray = std::array<T *, kAlarmRows>;
@@ -150,8 +152,6 @@ private:
     void buildControls();
     void connectHandlers();
     void armClockTimer(const QDateTime &now);
-    qint64 m_lastTickSecond = std::numeric_limits<qint64>::min();
-    void tick(QDateTime now);
     void subDerive24Mark(int index);
     // The row's sound file, or the default one when the row names none.
     QString soundPathOf(int index) const;
@@ -167,4 +167,9 @@ private:
     AlarmState &m_state;
     ShellLink &m_shell;
     bool m_loaded = false;
+    // Set while the start-up turns the sound switch on for a user who keeps it off.
+    bool m_silentSwitch = false;
+    bool storedSoundOn();
+    SoundingCycle *m_cycle = nullptr;
+    std::unique_ptr<ClockTick> m_tick;
 };

@@ -1,8 +1,10 @@
 // The sounding cycle after a trip: plays, timers, the snooze button and missing sound files.
 
 #include "fakes/LoadedMainWindow.h"
+#include "fakes/TestDatabase.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QCheckBox>
 #include <QLabel>
 #include <QPushButton>
@@ -59,7 +61,9 @@ private slots:
     {
         LoadedMainWindow m;
         armRow0(m, QStringLiteral("5"));
+        m.t->txtACDetails[0]->setText(QStringLiteral("Dentist"));
         m.tickAt(kTrip);
+        QCOMPARE(m.fp.notifier.shown, QStringList{QStringLiteral("ALARM @ Sep, 30 at 14:06|Dentist")});
         // The button flashes: greyed deeper red, then clickable pale red.
         m.t->tmrAlarmSoundFlash_Timer();
         QVERIFY(!m.t->cmdSnooze->isEnabled());
@@ -70,14 +74,72 @@ private slots:
         QVERIFY(!m.t->tmrAlarmSound->isActive());
         QVERIFY(!m.t->tmrAlarmSoundFlash->isActive());
         QVERIFY(!m.t->cmdSnooze->isVisibleTo(m.t));
+        QCOMPARE(m.fp.notifier.closed, 1);
 
-        // The next alarm starts a fresh cycle; a snooze during its first play ends it after that play.
-        m.fp.sound.onPlay = [&](const QString &) { m.t->cmdSnooze_Click(); };
+        // The next alarm starts a fresh cycle; the notification's Stop during
+        // its first play silences that play and ends the cycle.
+        int stopsDuringPlay = -1;
+        m.fp.sound.onPlay = [&](const QString &) {
+            m.fp.notifier.pressStop();
+            stopsDuringPlay = m.fp.sound.stops;
+        };
         m.setRow(1, QString(), QStringLiteral("14:07"));
         m.tickAt(kTrip.addSecs(60));
+        QCOMPARE(stopsDuringPlay, 2);
         QCOMPARE(m.fp.sound.played.size(), 2);
         QCOMPARE(m.state().lngAlarmPlaysLeft, 0);
         QVERIFY(!m.t->tmrAlarmSound->isActive());
+        QCOMPARE(m.fp.notifier.closed, 2);
+    }
+
+    // Plays of 20 s: each repeat comes due while the play before still sounds.
+    void longPlaysFollowEachOtherWithoutOverlapOrLoss()
+    {
+        LoadedMainWindow m;
+        armRow0(m, QStringLiteral("3"));
+        int sounding = 0;
+        int most = 0;
+        m.fp.sound.onPlay = [&](const QString &) {
+            most = std::max(most, ++sounding);
+            m.fp.clock.advanceSeconds(15);
+            m.t->tmrAlarmSound_Timer(); // the repeat timer fires in mid-play
+            m.fp.clock.advanceSeconds(5);
+            --sounding;
+        };
+        m.tickAt(kTrip);
+        for (int guard = 0; guard < 10; ++guard)
+            QCoreApplication::processEvents();
+        QCOMPARE(most, 1);
+        QCOMPARE(m.fp.sound.played.size(), 3);
+        QVERIFY(!m.t->tmrAlarmSound->isActive());
+        QCOMPARE(m.fp.notifier.closed, 1);
+    }
+
+    // A user who chose silence starts in silence.
+    void startUpWithSoundStoredOffPlaysNothing()
+    {
+        LoadedMainWindow m([](FakePlatform &fp) {
+            TestDatabase(fp.testDir.filePath(QStringLiteral("alarmclock.mdb")))
+                .exec(QStringLiteral("UPDATE tblprogramsetting SET booSound = 0"));
+        });
+        QVERIFY(m.fp.sound.played.isEmpty());
+        QCOMPARE(m.fp.sound.beeps, 0);
+        QVERIFY(!m.t->chkSoundOnOff->isChecked() && m.w->mnuSoundOff->isChecked());
+    }
+
+    // Closed while a start-up box is open: nothing is left that could ring.
+    void closingDuringStartUpEndsTheProgram()
+    {
+        LoadedMainWindow m([](FakePlatform &fp) {
+            TestDatabase(fp.testDir.filePath(QStringLiteral("alarmclock.mdb"))).exec(QStringLiteral("DROP TABLE tblalarmclock"));
+            fp.messages.onShow = [](const ShownMessage &) {
+                for (QWidget *w : QApplication::topLevelWidgets())
+                    if (w->objectName() == QStringLiteral("mdiAlarmClock"))
+                        w->close();
+            };
+        });
+        QVERIFY(m.w->isUnloaded());
+        QVERIFY(!m.fp.wallTimer.active);
     }
 
     void aRowsOwnSoundPlaysWhileTheClockTicksOn()

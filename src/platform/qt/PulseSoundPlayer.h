@@ -5,8 +5,14 @@
 #include <list>
 #include <memory>
 
-// Plays sound files through PulseAudio. play() keeps the caller's event loop
-// turning (timers, clicks, even another play()) until its own sound has ended.
+class QEventLoop;
+
+// Plays sound files through PulseAudio (or PipeWire's PulseAudio service).
+// Everything that can block (opening and decoding the file, talking to the
+// audio server) runs on a worker thread under deadlines, so a FIFO, a hung
+// server or a stop() never holds up the window. play() keeps the caller's
+// event loop turning (timers, clicks, even another play()) until its own
+// sound has ended.
 class PulseSoundPlayer : public SoundPlayer {
 public:
     PulseSoundPlayer();
@@ -28,6 +34,6 @@ private:
     // The one prepared play, waiting for play() of its path.
     std::shared_ptr<Playback> m_prepared;
 
-    std::shared_ptr<Playback> openFile(const QString &path);
+    std::shared_ptr<Playback> start(const QString &path, bool prepared, QEventLoop *waiting = nullptr);
     void reapFinished();
 };

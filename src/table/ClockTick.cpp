@@ -1,0 +1,158 @@
+#include "table/ClockTick.h"
+
+#include "appearance/WidgetColours.h"
+#include "platform/Clock.h"
+#include "platform/Notifier.h"
+#include "platform/SoundPlayer.h"
+#include "platform/WallTimer.h"
+#include "rules/AlarmMoment.h"
+#include "rules/AppError.h"
+#include "rules/CountdownText.h"
+#include "rules/DateText.h"
+#include "rules/RowState.h"
+#include "rules/ValueConversions.h"
+#include "shell/ShellLink.h"
+#include "table/SoundingCycle.h"
+#include "table/TickSchedule.h"
+
+#include <QCheckBox>
+#include <QCoreApplication>
+#include <QLabel>
+#include <QLineEdit>
+
+#include <algorithm>
+#include <vector>
+
+namespace {
+
+// Seconds missed in a longer gap (a machine that slept overnight) ring nothing.
+constexpr qint64 kLongestCaughtUpGap = 600;
+
+void letPendingEventsRun() { QCoreApplication::processEvents(); }
+
+} // namespace
+
+ClockTick::ClockTick(const Platform &platform, AlarmState &state, ShellLink &shell, SoundingCycle &cycle,
+                     TickControls controls)
+    : m_platform(platform), m_state(state), m_shell(shell), m_cycle(cycle), m_controls(std::move(controls))
+{
+    m_tripped.fill(kNever);
+}
+
+void ClockTick::arm(const QDateTime &now)
+{
+    // Re-armed from the wall clock each time, so the tick lands at the start
+    // of every second and never skips or doubles one.
+    m_platform.wallTimer.startAt(nextTickAt(now, m_state.intMDIWindowState == 1));
+}
+
+void ClockTick::tmrAlarmClock_Timer()
+{
+    const QDateTime now = m_platform.clock.now();
+    arm(now);
+    // A clock set back by a fraction of a second wakes the timer inside the
+    // second just ticked: nothing new to show or evaluate.
+    const qint64 utc = now.toSecsSinceEpoch();
+    if (utc == m_lastUtc)
+        return;
+    const QDateTime whole = now.addMSecs(-now.time().msec()); // on the instant (see nextTickAt)
+    const qint64 wall = wallSecond(whole.date(), whole.time());
+    // Seconds of the wall clock that no tick saw (a busy thread, a short
+    // sleep, a clock set forward, the hour skipped in spring) are caught up
+    // when they passed in at most ten minutes of real time. UTC measures
+    // that: a suspend advances it, a daylight-saving change does not.
+    const bool caughtUp = m_lastWall != kNever && wall > m_lastWall + 1 && utc - m_lastUtc <= kLongestCaughtUpGap;
+    const qint64 missedAfter = caughtUp ? m_lastWall : wall;
+    m_lastUtc = utc;
+    m_lastWall = wall;
+    tick(whole, missedAfter);
+}
+
+void ClockTick::tick(const QDateTime &now, qint64 missedAfter)
+{
+    const bool hidden = m_state.intMDIWindowState == 1;
+    if (!hidden)
+        m_controls.txtCurrentDateTime->setText(formatNowText(now));
+    const qint64 wall = wallSecond(now.date(), now.time());
+    if (missedAfter < wall)
+        m_state.bEvaluateNow = true;
+    if (!m_state.bEvaluateNow) {
+        if (now.time().second() != 0)
+            return;
+        m_state.bEvaluateNow = true;
+    }
+
+    std::vector<Trip> trips;
+    int dueSoon = -1;
+    const QDate today = now.date();
+    for (int i = 0; i < kAlarmRows; ++i) {
+        const QString &time = m_state.strAlarmTimes[size_t(i)];
+        if (time.isEmpty())
+            continue;
+        try {
+            const std::optional<QDate> date = parseDate(m_state.strAlarmDates[size_t(i)]);
+            const bool dated = date.has_value();
+            const qint32 s = secondsUntil(now, dated ? *date : today, time);
+            qint64 moment = wall + s;
+            // A daily row's moment that the gap held may be yesterday's.
+            if (!dated && s > 0 && moment - 86400 > missedAfter)
+                moment -= 86400;
+            if ((s == 0 || (moment > missedAfter && moment < wall)) && m_tripped[size_t(i)] != moment)
+                trips.push_back({moment, i});
+            else if (s > 0 && s <= 60)
+                dueSoon = i;
+            if (hidden)
+                continue;
+            m_controls.lblCountDownHours[size_t(i)]->setText(
+                strPrintCountDownHours(s, dated ? QStringLiteral("done") : QStringLiteral("zZZzz")));
+            if (const auto colour =
+                    rowStateColour(classifyRow(dated, s), dated, m_state.intColorPick, m_state.customColours))
+                setBackColour(m_controls.txtACDetails[size_t(i)], *colour);
+        } catch (const AppError &) {
+            // One row that cannot be evaluated must not silence the others.
+        }
+    }
+
+    // A row due within the minute: let the player get its sound ready, so
+    // the alarm is heard the moment it trips.
+    if (dueSoon >= 0 && m_state.bSoundOn)
+        m_platform.sound.prepare(m_controls.soundPathOf(dueSoon));
+    if (trips.empty()) {
+        m_state.bEvaluateNow = false;
+        return;
+    }
+    // Missed moments first, in the order they came; of rows due at one
+    // moment, the last row's sound plays.
+    std::stable_sort(trips.begin(), trips.end(), [](const Trip &a, const Trip &b) { return a.moment < b.moment; });
+    for (const Trip &trip : trips)
+        m_tripped[size_t(trip.row)] = trip.moment;
+    for (size_t k = 0; k < trips.size(); ++k) {
+        if (k + 1 < trips.size() && trips[k + 1].moment == trips[k].moment)
+            continue;
+        m_state.intAlarmRow = qint16(trips[k].row);
+        try {
+            raiseAlarm(trips[k].moment);
+        } catch (const AppError &) {
+            // An alarm that cannot start its cycle ends this tick, as any error does.
+            return;
+        }
+    }
+}
+
+void ClockTick::raiseAlarm(qint64 moment)
+{
+    const QString message = QStringLiteral("ALARM @ ") + formatAlarmTipTime(fromWallSecond(moment));
+    m_shell.subRemoveTrayIcon();
+    m_shell.subMinimizeToTray(false, message);
+    // Says which alarm rings, with a Stop, where no tray or pop-up would.
+    m_platform.notifier.show(message, m_controls.txtACDetails[size_t(m_state.intAlarmRow)]->text());
+    letPendingEventsRun();
+    m_state.bEvaluateNow = true;
+    if (m_controls.chkShow->isChecked()) {
+        m_state.intMDIWindowState = 0;
+        m_shell.restoreMainWindow();
+        letPendingEventsRun();
+    }
+    if (m_state.bSoundOn && m_state.lngAlarmPlaysLeft < 1)
+        m_cycle.start(longValue(m_controls.txtSoundOffTimes->text()));
+}

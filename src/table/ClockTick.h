@@ -1,0 +1,65 @@
+#pragma once
+
+#include "platform/Platform.h"
+#include "table/AlarmState.h"
+
+#include <QDateTime>
+#include <QString>
+
+#include <array>
+#include <functional>
+#include <limits>
+
+class QCheckBox;
+class QLabel;
+class QLineEdit;
+class ShellLink;
+class SoundingCycle;
+
+// The controls of the table window that the tick writes and reads.
+struct TickControls {
+    QLabel *txtCurrentDateTime = nullptr;
+    std::array<QLabel *, kAlarmRows> lblCountDownHours{};
+    std::array<QLineEdit *, kAlarmRows> txtACDetails{};
+    QLineEdit *txtSoundOffTimes = nullptr;
+    QCheckBox *chkShow = nullptr;
+    std::function<QString(int row)> soundPathOf;
+};
+
+// The clock tick: shows the time every second and, at the top of each
+// minute or when asked, brings every row's countdown and colour up to date
+// and raises the alarm of a row that reaches its moment. No alarm second is
+// lost (a gap in the ticks of up to 10 minutes of real time is caught up,
+// late) and none rings twice (a row trips once for one moment, whatever
+// the clock does afterwards).
+class ClockTick {
+public:
+    ClockTick(const Platform &platform, AlarmState &state, ShellLink &shell, SoundingCycle &cycle,
+              TickControls controls);
+
+    void tmrAlarmClock_Timer();
+    // Re-arms for the next tick from the given moment.
+    void arm(const QDateTime &now);
+
+private:
+    // A row whose moment (in wall-clock seconds, see wallSecond) has come.
+    struct Trip {
+        qint64 moment;
+        int row;
+    };
+    static constexpr qint64 kNever = std::numeric_limits<qint64>::min();
+
+    void tick(const QDateTime &now, qint64 missedAfter);
+    void raiseAlarm(qint64 moment);
+
+    const Platform m_platform;
+    AlarmState &m_state;
+    ShellLink &m_shell;
+    SoundingCycle &m_cycle;
+    const TickControls m_controls;
+    // The last tick, in UTC and in wall-clock seconds.
+    qint64 m_lastUtc = kNever;
+    qint64 m_lastWall = kNever;
+    // The moment each row last tripped for.
+    std::array<qint64, kAlarmRows> m_tripped;
+};
