@@ -170,7 +170,7 @@ def read_only_install(ctx):
             time.sleep(1)
             xdo = ['xdotool', 'key', '--window', window]
             subprocess.run(xdo + ['Tab'], check=True)
-            subprocess.run(['xdotool', 'type', '--window', window, '0730'], check=True)
+            subprocess.run(['xdotool', 'type', '--window', window, '07:30'], check=True)
             subprocess.run(xdo + ['Tab'], check=True)
             subprocess.run(['xdotool', 'type', '--window', window, words], check=True)
             subprocess.run(xdo + ['Tab'], check=True)
