@@ -191,6 +191,26 @@ class Desktop:
         if not wait_for(self.tray_window, 10):
             raise RuntimeError('trayer did not map its window')
 
+    def stop_tray(self):
+        """Takes the tray host away, as on a desktop that has none."""
+        self.procs = [(n, p) for n, p in self.procs if p is not self.tray]
+        stop_pids([self.tray.pid])
+        self.tray.wait(timeout=5)
+        self.tray = None
+
+    def start_window_manager(self):
+        """A window manager, for scenarios that minimize and restore windows
+        as a task bar does; stop it with stop_part()."""
+        proc = self._spawn('openbox', ['openbox', '--sm-disable'])
+        wait_for(lambda: subprocess.run(['xprop', '-root', '_NET_SUPPORTING_WM_CHECK'], env=self.env,
+                                        capture_output=True, text=True).stdout.count('window id') > 0, 10)
+        return proc
+
+    def stop_part(self, proc):
+        self.procs = [(n, p) for n, p in self.procs if p is not proc]
+        stop_pids([proc.pid])
+        proc.wait(timeout=5)
+
     # -- tray -------------------------------------------------------------
 
     def tray_window(self):

@@ -10,6 +10,7 @@ import sys
 import time
 
 from desktop import wait_for
+from desktops import SCENARIOS as OTHER_DESKTOPS
 from ui import (MAIN_TITLE, App, Failure, check, click, enabled, extents, fresh_copy, name, pixels,
                 read_rows, read_setting, role, showing, text_of, type_into, x_title)
 
@@ -451,4 +452,5 @@ SCENARIOS = [
     ('bad-row-and-snooze', bad_row_and_snooze, 120),
     ('exit-while-audio-hangs', exit_while_the_audio_server_hangs, 90),
     ('exit', exit_program, 60),
+    *OTHER_DESKTOPS,
 ]

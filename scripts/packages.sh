@@ -2,8 +2,10 @@
 BUILD_PACKAGES=(cmake g++ make pkg-config qt6-base-dev libqt6sql6-sqlite libpulse-dev libsndfile1-dev
                 fonts-liberation)
 # Also needed by the tests.
-TEST_PACKAGES=(desktop-file-utils pulseaudio)
+# The Debian package check needs cpack's helpers (dpkg-shlibdeps from dpkg-dev,
+# file) and the two validators.
+TEST_PACKAGES=(desktop-file-utils pulseaudio dpkg-dev file lintian appstream)
 # The desktop acceptance suite: X server, tray host, session bus, audio server
 # and recorder, accessibility client, keyboard and mouse, screenshots.
-ACCEPTANCE_PACKAGES=(xvfb trayer dbus dbus-x11 at-spi2-core python3 python3-gi python3-pyatspi
+ACCEPTANCE_PACKAGES=(xvfb trayer openbox dbus dbus-x11 at-spi2-core python3 python3-gi python3-pyatspi
                      gir1.2-atspi-2.0 xdotool x11-utils imagemagick pulseaudio pulseaudio-utils)

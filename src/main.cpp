@@ -1,6 +1,6 @@
-#include "platform/Notifier.h"
 #include "platform/Platform.h"
 #include "platform/qt/BuildVersionInfo.h"
+#include "platform/qt/DBusNotifier.h"
 #include "platform/qt/DesktopUrlOpener.h"
 #include "platform/qt/ExecutableDirectory.h"
 #include "platform/qt/ExitProgramEnd.h"
@@ -13,6 +13,7 @@
 #include "platform/qt/QtPictureLoader.h"
 #include "platform/qt/QtTrayIcon.h"
 #include "platform/qt/SystemClock.h"
+#include "platform/qt/XdgAutostart.h"
 #include "platform/qt/LinuxWallTimer.h"
 #include "shell/AppIcon.h"
 #include "shell/CursorBlinkRest.h"
@@ -20,15 +21,6 @@
 
 #include <QApplication>
 #include <QPixmapCache>
-
-namespace {
-// Stands in until alarms are announced on the desktop's notification server.
-class SilentNotifier : public Notifier {
-public:
-    void show(const QString &, const QString &) override {}
-    void close() override {}
-};
-} // namespace
 
 int main(int argc, char *argv[])
 {
@@ -62,9 +54,11 @@ int main(int argc, char *argv[])
     ExitProgramEnd end;
     QtPictureLoader pictures;
     LinuxWallTimer wallTimer;
-    SilentNotifier notifier;
+    DBusNotifier notifier;
+    XdgAutostart autostart(QCoreApplication::applicationFilePath());
     const Platform platform{messages, input,   sound, tray,     browser, colours,  clock,
-                            files,    appDir,  instance, version, end,   pictures, wallTimer, notifier};
+                            files,    appDir,  instance, version, end,   pictures, wallTimer, notifier,
+                            autostart};
 
     mdiAlarmClock window(platform);
     window.MDIForm_Load();

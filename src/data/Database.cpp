@@ -284,6 +284,8 @@ Database::Database(AppDirectory &appDir, MessageBox &messages, ProgramEnd &end)
 
 QString Database::path() const
 {
+    if (!m_file.isEmpty())
+        return m_file;
     // The separator is always inserted, even after a root folder's own.
     return m_appDir.path() + QStringLiteral("/alarmclock.mdb");
 }

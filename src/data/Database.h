@@ -66,12 +66,15 @@ private:
     std::shared_ptr<detail::Connection> m_connection;
 };
 
-// The database file beside the program and its two connection routines.
+// The database file beside the program (or the user's copy of it) and its two
+// connection routines.
 class Database {
 public:
     Database(AppDirectory &appDir, MessageBox &messages, ProgramEnd &end);
 
     QString path() const;
+    // Uses this file instead of the one beside the program (see DatabaseLocation.h).
+    void useFile(const QString &path) { m_file = path; }
     MessageBox &messages() const { return m_messages; }
 
     // A newly opened handle. A file that cannot be opened as the program's
@@ -84,6 +87,7 @@ public:
 
 private:
     AppDirectory &m_appDir;
+    QString m_file;
     MessageBox &m_messages;
     ProgramEnd &m_end;
 };

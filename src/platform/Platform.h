@@ -15,6 +15,7 @@ class ProgramEnd;
 class PictureLoader;
 class WallTimer;
 class Notifier;
+class Autostart;
 
 // The platform services a window may use, handed to it at construction. The
 // program owns one real set (main.cpp); tests own a set of fakes.
@@ -34,4 +35,5 @@ struct Platform {
     PictureLoader &pictures;
     WallTimer &wallTimer;
     Notifier &notifier;
+    Autostart &autostart;
 };

@@ -3,16 +3,19 @@
 #include <QString>
 #include <functional>
 
-// The notification-area icon. The tip is the fixed 64-character field as the
-// program builds it (see shell/TrayTip.h); the implementation shows the text up
-// to its first NUL. Mouse events arrive as the two classic message numbers.
+// The notification-area icon. Mouse events arrive as the two classic message
+// numbers, whatever kind of tray host shows the icon.
 class TrayIcon {
 public:
     static constexpr int LeftDoubleClick = 515;
     static constexpr int RightButtonDown = 516;
 
     virtual ~TrayIcon() = default;
-    virtual void add(const QString &tipField) = 0;
+    // Whether a tray host runs now; without one an icon is never seen, so a
+    // window must not be hidden behind it.
+    virtual bool available() const = 0;
+    // Shows the icon with this tooltip, or changes the tooltip of the icon shown.
+    virtual void add(const QString &tip) = 0;
     virtual void remove() = 0;
     virtual void setMouseHandler(std::function<void(int message)> handler) = 0;
 };

@@ -1,6 +1,8 @@
 #include "shell/mdiAlarmClock.h"
 
+#include "data/DatabaseLocation.h"
 #include "platform/AppDirectory.h"
+#include "platform/Autostart.h"
 #include "rules/AppError.h"
 #include "platform/FileSystem.h"
 #include "platform/InputBox.h"
@@ -170,6 +172,11 @@ void mdiAlarmClock::buildMenus()
     mnuDonotAskAnyMoreQuestions =
         addCommand(mnuUtilities, "mnuDonotAskAnyMoreQuestions", QStringLiteral("Limit Application Questions Asked"),
                    true, false, [this] { mnuDonotAskAnyMoreQuestions_Click(); });
+    mnuStartAtLogin = addCommand(mnuUtilities, "mnuStartAtLogin", QStringLiteral("Start at Login"), true,
+                                 m_platform.autostart.enabled(), [this] { mnuStartAtLogin_Click(); });
+    // The entry may have been removed elsewhere (a desktop's settings) meanwhile.
+    connect(mnuUtilities, &QMenu::aboutToShow, this,
+            [this] { mnuStartAtLogin->setChecked(m_platform.autostart.enabled()); });
     mnuColors = addSubMenu(mnuUtilities, "mnuColors", QStringLiteral("Colors"));
     mnuColorRegular = addCommand(mnuColors, "mnuColorRegular", QStringLiteral("Regular"), true, true,
                                  [this] { mnuColorRegular_Click(); });
@@ -201,17 +208,17 @@ void mdiAlarmClock::buildMenus()
 
 void mdiAlarmClock::subStartupFileCheck()
 {
-    const QString dir = m_platform.appDir.path();
-    const QString dbPath = dir + QStringLiteral("/alarmclock.mdb");
-    const QString wavPath = dir + QStringLiteral("/alarm.wav");
-    if (!m_platform.files.fileExists(dbPath)) {
+    const QString dbPath = locateDatabase(m_platform.appDir, m_platform.files);
+    const QString wavPath = m_platform.appDir.path() + QStringLiteral("/alarm.wav");
+    if (dbPath.isEmpty()) {
         const QString title = QStringLiteral("ERROR! DATABASE FILE NOT FOUND");
-        m_platform.messages.show(QStringLiteral("Missing the file:\r\n") + dbPath, MsgButtons::OkCancel,
-                                 MsgIcon::None, title);
+        m_platform.messages.show(QStringLiteral("Missing the file:\r\n") + shippedDatabasePath(m_platform.appDir),
+                                 MsgButtons::OkCancel, MsgIcon::None, title);
         m_platform.messages.show(QStringLiteral("The program cannot continue without the database."),
                                  MsgButtons::OkCancel, MsgIcon::None, title);
         m_platform.end.endProgram();
     }
+    m_db.useFile(dbPath);
     if (!m_platform.files.fileExists(wavPath)) {
         m_platform.messages.show(QStringLiteral("Missing the file:\r\n") + wavPath, MsgButtons::OkCancel,
                                  MsgIcon::None, QStringLiteral("DEFAULT WAV FILE NOT FOUND"));
@@ -579,6 +586,15 @@ void mdiAlarmClock::mnuDonotAskAnyMoreQuestions_Click()
     }
 }
 
+void mdiAlarmClock::mnuStartAtLogin_Click()
+{
+    Autostart &autostart = m_platform.autostart;
+    if (!autostart.setEnabled(!autostart.enabled()))
+        m_platform.messages.show(QStringLiteral("Could not change the file:\r\n") + autostart.entryPath(),
+                                 MsgButtons::Ok, MsgIcon::Critical, QStringLiteral("START AT LOGIN"));
+    mnuStartAtLogin->setChecked(autostart.enabled());
+}
+
 void mdiAlarmClock::selectColourScheme(qint16 scheme, const QString &statement)
 {
     resumeNext([this] { subUnloadSecondaryForms(); });
@@ -632,9 +648,14 @@ void mdiAlarmClock::subMinimizeToTray(bool bHideForm, const QString &zMessage)
 {
     if (bHideForm) {
         m_state.intMDIWindowState = 1;
-        hide();
+        // Without a tray host nothing on screen could bring a hidden window
+        // back: it stays minimized on the task bar instead.
+        if (m_platform.tray.available())
+            hide();
+        else
+            setWindowState(windowState() | Qt::WindowMinimized);
     }
-    m_platform.tray.add(trayTipField(m_settings.subReturnAlarmclockName(), zMessage));
+    m_platform.tray.add(visibleTrayTip(trayTipField(m_settings.subReturnAlarmclockName(), zMessage)));
 }
 
 void mdiAlarmClock::subRemoveTrayIcon() { m_platform.tray.remove(); }
@@ -663,7 +684,7 @@ void mdiAlarmClock::changeEvent(QEvent *event)
     if (state != 1) {
         m_state.bEvaluateNow = true;
         m_table->subWakeClock();
-    } else if (m_table->chkMinimizeToTray->isChecked()) {
+    } else if (m_table->chkMinimizeToTray->isChecked() && m_platform.tray.available()) {
         // Hidden once the minimize has finished, not in the middle of it.
         QMetaObject::invokeMethod(
             this,

@@ -51,6 +51,7 @@ public:
     void mnuMinimizeToTrayNow_Click();
     void mnuChangeProgramName_Click();
     void mnuDonotAskAnyMoreQuestions_Click();
+    void mnuStartAtLogin_Click();
     void mnuColorRegular_Click();
     void mnuColorMatrix_Click();
     void mnuColorCustom_Click();
@@ -108,6 +109,7 @@ public:
     QAction *mnuMinimizeToTrayNow = nullptr;
     QAction *mnuChangeProgramName = nullptr;
     QAction *mnuDonotAskAnyMoreQuestions = nullptr;
+    QAction *mnuStartAtLogin = nullptr;
     QMenu *mnuColors = nullptr;
     QAction *mnuColorRegular = nullptr;
     QAction *mnuColorMatrix = nullptr;

@@ -53,11 +53,11 @@ struct FolderPlatform {
     FakeMessageBox messages; FakeInputBox input; FakeSoundPlayer sound; FakeTrayIcon tray; FakeUrlOpener browser;
     FakeColourPicker colours; FakeClock clock; FakeFileSystem files; FakeAppDirectory appDir;
     FakeInstanceGuard instance; FakeVersionInfo version; FakeProgramEnd end; FakePictureLoader pictures;
-    FakeWallTimer wallTimer; FakeNotifier notifier;
+    FakeWallTimer wallTimer; FakeNotifier notifier; FakeAutostart autostart;
     explicit FolderPlatform(const QString &folder) : appDir(folder) {}
     Platform platform()
     {
-        return Platform{messages, input, sound, tray, browser, colours, clock, files, appDir, instance, version, end, pictures, wallTimer, notifier};
+        return Platform{messages, input, sound, tray, browser, colours, clock, files, appDir, instance, version, end, pictures, wallTimer, notifier, autostart};
     }
 };
 
@@ -173,7 +173,7 @@ void expectSaveError(const FakeMessageBox &messages)
 Platform withServices(FakePlatform &fp, SoundPlayer &sound, PictureLoader &pictures)
 {
     return Platform{fp.messages, fp.input, sound, fp.tray, fp.browser, fp.colours, fp.clock,
-                    fp.files, fp.appDir, fp.instance, fp.version, fp.end, pictures, fp.wallTimer, fp.notifier};
+                    fp.files, fp.appDir, fp.instance, fp.version, fp.end, pictures, fp.wallTimer, fp.notifier, fp.autostart};
 }
 
 QByteArray wavHeader(quint32 dataBytes)

@@ -1,8 +1,16 @@
 #include "fakes/FakeAppDirectory.h"
 
-FakeAppDirectory::FakeAppDirectory(QString folder) : directory(std::move(folder)) {}
+FakeAppDirectory::FakeAppDirectory(QString folder, QString userFolder)
+    : directory(std::move(folder)), userData(std::move(userFolder))
+{
+}
 
 QString FakeAppDirectory::path() const
 {
     return directory;
+}
+
+QString FakeAppDirectory::userDataPath() const
+{
+    return userData;
 }

@@ -4,9 +4,11 @@
 
 class FakeAppDirectory : public AppDirectory {
 public:
-    explicit FakeAppDirectory(QString folder);
+    explicit FakeAppDirectory(QString folder, QString userFolder = {});
 
     QString directory;
+    QString userData;
 
     QString path() const override;
+    QString userDataPath() const override;
 };

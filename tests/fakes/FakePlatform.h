@@ -3,6 +3,7 @@
 #include "platform/Platform.h"
 
 #include "fakes/FakeAppDirectory.h"
+#include "fakes/FakeAutostart.h"
 #include "fakes/FakeClock.h"
 #include "fakes/FakeColourPicker.h"
 #include "fakes/FakeFileSystem.h"
@@ -44,6 +45,7 @@ public:
     FakePictureLoader pictures;
     FakeWallTimer wallTimer;
     FakeNotifier notifier;
+    FakeAutostart autostart;
 
     Platform platform();
 };

@@ -1,10 +1,10 @@
 #include "fakes/FakeTrayIcon.h"
 
-void FakeTrayIcon::add(const QString &tipField)
+void FakeTrayIcon::add(const QString &tip)
 {
-    calls.append(QStringLiteral("add:") + tipField);
+    calls.append(QStringLiteral("add:") + tip);
     visible = true;
-    field = tipField;
+    field = tip;
 }
 
 void FakeTrayIcon::remove()

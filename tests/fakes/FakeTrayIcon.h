@@ -4,15 +4,19 @@
 
 #include <QStringList>
 
-// Records "add:<field>" and "remove" calls in order.
+// Records "add:<tip>" and "remove" calls in order.
 class FakeTrayIcon : public TrayIcon {
 public:
     QStringList calls;
     bool visible = false;
+    // The tooltip shown.
     QString field;
     std::function<void(int)> handler;
+    // False: the desktop has no tray host.
+    bool hostAvailable = true;
 
-    void add(const QString &tipField) override;
+    bool available() const override { return hostAvailable; }
+    void add(const QString &tip) override;
     void remove() override;
     void setMouseHandler(std::function<void(int message)> mouseHandler) override;
 

@@ -18,7 +18,7 @@ class TrayTest : public QObject {
 private slots:
     void minimizingFollowsTheTraySwitch()
     {
-        const QString added = "add:" + trayTipField("Quorvel Alarm Clock", {});
+        const QString added = "add:" + visibleTrayTip(trayTipField("Quorvel Alarm Clock", {}));
         LoadedMainWindow now;
         now.w->mnuMinimizeToTrayNow->trigger();
         QVERIFY(!now.w->isVisible());

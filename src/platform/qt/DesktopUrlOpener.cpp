@@ -5,6 +5,8 @@
 
 bool DesktopUrlOpener::open(const QString &address)
 {
-    // QDesktopServices starts the handler with an argument list, never a shell.
-    return QDesktopServices::openUrl(QUrl(address, QUrl::TolerantMode));
+    // Taken as a plain QUrl, "www.example.org" is a relative file name that
+    // no handler opens. QDesktopServices starts the handler with an argument
+    // list, never a shell.
+    return QDesktopServices::openUrl(QUrl::fromUserInput(address));
 }

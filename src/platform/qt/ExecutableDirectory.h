@@ -5,4 +5,5 @@
 class ExecutableDirectory : public AppDirectory {
 public:
     QString path() const override;
+    QString userDataPath() const override;
 };

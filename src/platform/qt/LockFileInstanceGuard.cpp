@@ -5,13 +5,17 @@
 #include <QDir>
 #include <QStandardPaths>
 
+#include <unistd.h>
+
 QString LockFileInstanceGuard::defaultLockPath()
 {
     QString folder = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
     if (folder.isEmpty() || !QDir().mkpath(folder))
         folder = QDir::tempPath();
-    const QByteArray hash = QCryptographicHash::hash(QCoreApplication::applicationFilePath().toUtf8(),
-                                                     QCryptographicHash::Sha256)
+    // Per user as well: the runtime folder is the user's own, but the
+    // temporary folder it falls back to is shared by everyone.
+    const QByteArray key = QCoreApplication::applicationFilePath().toUtf8() + '\0' + QByteArray::number(::getuid());
+    const QByteArray hash = QCryptographicHash::hash(key, QCryptographicHash::Sha256)
                                 .toHex()
                                 .left(16);
     return QDir(folder).filePath(QStringLiteral("quorvel-alarmclock-%1.lock").arg(QString::fromLatin1(hash)));

@@ -5,7 +5,7 @@
 #include <QLockFile>
 #include <QString>
 
-// One running copy per executable file, through a lock file in the user's
+// One running copy per executable file and user, through a lock file in the user's
 // runtime folder. A lock whose owner died is taken over; a live owner's lock
 // never goes stale, however long it has been held.
 class LockFileInstanceGuard : public InstanceGuard {
@@ -18,7 +18,8 @@ public:
     QString lockPath() const { return m_path; }
 
     // The lock file this executable uses: named after a hash of its full
-    // path, so copies in different folders do not block each other.
+    // path and the user, so copies in different folders, or run by different
+    // users, do not block each other.
     static QString defaultLockPath();
 
 private:

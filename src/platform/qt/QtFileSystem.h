@@ -5,4 +5,6 @@
 class QtFileSystem : public FileSystem {
 public:
     bool fileExists(const QString &path) const override;
+    bool folderWritable(const QString &path) const override;
+    bool copyAtomically(const QString &from, const QString &to) override;
 };

@@ -1,26 +1,62 @@
 #include "platform/qt/QtTrayIcon.h"
 
-#include "shell/TrayTip.h"
-
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QDBusInterface>
 #include <QTimer>
 
-QtTrayIcon::QtTrayIcon(const QIcon &icon) : m_icon(icon)
+namespace {
+
+// The test Qt makes, once per process, to choose a StatusNotifierItem host
+// over an XEmbed tray.
+bool statusNotifierHostRegistered()
+{
+    const QString watcher = QStringLiteral("org.kde.StatusNotifierWatcher");
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    if (!bus.isConnected() || !bus.interface() || !bus.interface()->isServiceRegistered(watcher))
+        return false;
+    QDBusInterface iface(watcher, QStringLiteral("/StatusNotifierWatcher"), watcher, bus);
+    return iface.property("IsStatusNotifierHostRegistered").toBool();
+}
+
+} // namespace
+
+QtTrayIcon::QtTrayIcon(const QIcon &icon) : m_icon(icon), m_statusNotifierHost(statusNotifierHostRegistered())
 {
     QObject::connect(&m_icon, &QSystemTrayIcon::activated, &m_icon,
                      [this](QSystemTrayIcon::ActivationReason reason) {
-                         if (!m_handler)
-                             return;
-                         if (reason == QSystemTrayIcon::DoubleClick)
-                             m_handler(LeftDoubleClick);
-                         else if (reason == QSystemTrayIcon::Context)
-                             m_handler(RightButtonDown);
+                         const std::optional<int> message = messageFor(reason, m_statusNotifierHost);
+                         if (m_handler && message)
+                             m_handler(*message);
                      });
 }
 
-void QtTrayIcon::add(const QString &tipField)
+std::optional<int> QtTrayIcon::messageFor(QSystemTrayIcon::ActivationReason reason, bool statusNotifierHost)
+{
+    switch (reason) {
+    case QSystemTrayIcon::DoubleClick:
+        return LeftDoubleClick;
+    case QSystemTrayIcon::Trigger:
+        if (statusNotifierHost)
+            return LeftDoubleClick;
+        return std::nullopt;
+    case QSystemTrayIcon::Context:
+        return RightButtonDown;
+    default:
+        return std::nullopt;
+    }
+}
+
+bool QtTrayIcon::available() const
+{
+    // Asked each time: a panel may start or end while the program runs.
+    return QSystemTrayIcon::isSystemTrayAvailable();
+}
+
+void QtTrayIcon::add(const QString &tip)
 {
     m_hidePending = false;
-    m_icon.setToolTip(visibleTrayTip(tipField));
+    m_icon.setToolTip(tip);
     if (!m_icon.isVisible())
         m_icon.show();
 }

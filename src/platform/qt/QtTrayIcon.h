@@ -3,19 +3,29 @@
 #include "platform/TrayIcon.h"
 
 #include <QSystemTrayIcon>
+#include <optional>
 
-// The notification-area icon through QSystemTrayIcon.
+// The notification-area icon through QSystemTrayIcon, on an XEmbed tray or a
+// StatusNotifierItem host.
 class QtTrayIcon : public TrayIcon {
 public:
     explicit QtTrayIcon(const QIcon &icon);
 
-    void add(const QString &tipField) override;
+    bool available() const override;
+    void add(const QString &tip) override;
     void remove() override;
     void setMouseHandler(std::function<void(int message)> handler) override;
+
+    // The message a reason from Qt stands for, if any. A StatusNotifierItem
+    // host reports its activation (a single click there) as Trigger; an
+    // XEmbed tray reports every left press as Trigger and only a double
+    // click as DoubleClick.
+    static std::optional<int> messageFor(QSystemTrayIcon::ActivationReason reason, bool statusNotifierHost);
 
 private:
     QSystemTrayIcon m_icon;
     std::function<void(int)> m_handler;
+    bool m_statusNotifierHost = false;
     // A removal waiting for the event loop; an add that follows at once
     // (a new tip) cancels it, so the icon is not torn down and docked again.
     bool m_hidePending = false;
