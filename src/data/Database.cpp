@@ -26,7 +26,9 @@ public:
         // mode=rw: opening must never create a missing file. A short busy
         // timeout lets a passing lock clear without freezing the window.
         db.setConnectOptions(QStringLiteral("QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=1000"));
-        db.setDatabaseName(QStringLiteral("file:") + QString::fromLatin1(QUrl::toPercentEncoding(path, "/"))
+        // An empty authority ("file://") first: a path that starts with "//"
+        // (the program in the root folder) would otherwise read as a host name.
+        db.setDatabaseName(QStringLiteral("file://") + QString::fromLatin1(QUrl::toPercentEncoding(path, "/"))
                            + QStringLiteral("?mode=rw"));
         if (!db.open())
             throw sqlError(db.lastError());

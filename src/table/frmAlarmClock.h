@@ -82,7 +82,7 @@ public:
 
     // Loading, saving and clearing.
     void basLoadAlarmClocks(bool ask);
-    void basSaveAlarmClocks();
+    bool basSaveAlarmClocks(); // false when it failed (and said so)
     void cmdLoad_Click();
     void cmdSave_Click();
     void cmdClearForm_Click();
