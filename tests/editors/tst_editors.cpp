@@ -13,12 +13,6 @@
 namespace {
 
 frmEditURL *urlEditor(LoadedMainWindow &m) { return qobject_cast<frmEditURL *>(m.w->form(SecondaryForm::EditURL)); }
-
-frmEditWAVEFileNamePath *soundEditor(LoadedMainWindow &m)
-{
-    return qobject_cast<frmEditWAVEFileNamePath *>(m.w->form(SecondaryForm::EditWAVEFileNamePath));
-}
-
 void settle() { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
 
 } // namespace
@@ -33,6 +27,7 @@ private slots:
         for (int row : {0, 12}) {
             m.t->txtURL[row]->setText(QStringLiteral("https://old.example"));
             QTest::mouseClick(m.t->cmdEditURL[row], Qt::LeftButton);
+            QCOMPARE(urlEditor(m)->windowTitle(), "Editing URL Row:");
             QCOMPARE(urlEditor(m)->lblintIndex->text(), QString::number(row + 1));
             QCOMPARE(urlEditor(m)->txtEditURL->text(), QStringLiteral("https://old.example"));
             m.t->bDataChanged = false;
@@ -44,12 +39,12 @@ private slots:
             QCOMPARE(m.t->txtURL[row]->text(), QStringLiteral("x; touch /tmp/owned"));
             QCOMPARE(m.t->lblUrlToolTip[row]->text(), QStringLiteral("!"));
             QCOMPARE(m.t->lblUrlToolTip[row]->toolTip(), QStringLiteral("x; touch /tmp/owned"));
+            QCOMPARE(m.t->lblUrlToolTip[row]->accessibleDescription(), QStringLiteral("x; touch /tmp/owned"));
             QVERIFY(m.t->bDataChanged);
         }
         // Saving reloads, and the edited mark becomes the stored one.
         m.t->cmdSave_Click();
         QCOMPARE(m.t->lblUrlToolTip[0]->text(), QStringLiteral("*"));
-
         // Blanks only clear the address; Clear empties only the box.
         m.t->cmdEditURL_Click(0);
         urlEditor(m)->cmdClearForm_Click();
@@ -58,6 +53,7 @@ private slots:
         urlEditor(m)->cmdApply_Click();
         QCOMPARE(m.t->lblUrlToolTip[0]->text(), QStringLiteral("?"));
         QCOMPARE(m.t->lblUrlToolTip[0]->toolTip(), QStringLiteral("Reveals the URL description."));
+        QCOMPARE(m.t->lblUrlToolTip[0]->accessibleDescription(), QStringLiteral("Reveals the URL description."));
     }
 
     void theOpenButtonUsesTheBrowserOrLeadsToTheEditor()
@@ -71,7 +67,6 @@ private slots:
         m.t->cmdOpenURL_Click(5);
         QCOMPARE(m.fp.browser.opened.size(), 2);
         QCOMPARE(urlEditor(m)->lblintIndex->text(), QStringLiteral("6"));
-
         m.fp.browser.result = false;
         m.t->cmdOpenURL_Click(4);
         QCOMPARE(m.fp.messages.shown.size(), 1);
@@ -83,19 +78,16 @@ private slots:
         LoadedMainWindow m;
         m.t->txtWAVEFileNamePath[12]->setText(QStringLiteral("/old.wav"));
         QTest::mouseClick(m.t->cmdSoundRow[12], Qt::LeftButton);
-        frmEditWAVEFileNamePath *e = soundEditor(m);
-        QCOMPARE(e->lblintIndex->text(), QStringLiteral("13"));
-        QCOMPARE(e->txtEditWAVEFileNamePath->text(), QStringLiteral("/old.wav"));
-
-        const QString wav = m.fp.testDir.path() + QStringLiteral("/alarm.wav");
+        auto *e = qobject_cast<frmEditWAVEFileNamePath *>(m.w->form(SecondaryForm::EditWAVEFileNamePath));
+        QCOMPARE(e->windowTitle(), "WAV File Name Pathing:");
+        QCOMPARE(e->lblintIndex->text() + "|" + e->txtEditWAVEFileNamePath->text(), QStringLiteral("13|/old.wav"));
+        const QString wav = m.fp.testDir.filePath(QStringLiteral("alarm.wav"));
         e->cmdDefaultPath_Click();
         QCOMPARE(e->txtEditWAVEFileNamePath->text(), wav);
         QCOMPARE(m.t->txtWAVEFileNamePath[12]->text(), QStringLiteral("/old.wav"));
         e->cmdSoundTest_Click();
         QCOMPARE(m.fp.sound.played, QStringList{wav});
-
-        const QString empty = QStringLiteral("Please enter your custom path or use the 'D'efault button to let the "
-                                             "program set you a path.");
+        const QString empty = QStringLiteral("Please enter your custom path or use the 'D'efault button to let the program set you a path.");
         for (const QString &path : {QString(), QStringLiteral("   "), QStringLiteral("/no/such.wav")}) {
             e->txtEditWAVEFileNamePath->setText(path);
             e->cmdSoundTest_Click();
@@ -106,7 +98,6 @@ private slots:
             QCOMPARE(shown.buttons, MsgButtons::OkCancel);
         }
         QCOMPARE(m.fp.sound.played.size(), 1);
-
         // A missing file is applied without complaint; closing runs the close sequence.
         e->txtEditWAVEFileNamePath->setText(QStringLiteral("  /no/such/file.wav "));
         m.w->resize(900, 700);

@@ -4,9 +4,7 @@
 
 class FakeAppDirectory : public AppDirectory {
 public:
-    explicit FakeAppDirectory(QString folder);
-
+    explicit FakeAppDirectory(QString folder) : directory(std::move(folder)) {}
     QString directory;
-
-    QString path() const override;
+    QString path() const override { return directory; }
 };
