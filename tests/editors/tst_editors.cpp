@@ -101,9 +101,11 @@ private slots:
         // A missing file is applied without complaint; closing runs the close sequence.
         e->txtEditWAVEFileNamePath->setText(QStringLiteral("  /no/such/file.wav "));
         m.w->resize(900, 700);
+        m.t->bDataChanged = false;
         QTest::keyClick(e->txtEditWAVEFileNamePath, Qt::Key_Return);
         settle();
         QCOMPARE(m.t->txtWAVEFileNamePath[12]->text(), QStringLiteral("/no/such/file.wav"));
+        QVERIFY(m.t->bDataChanged);
         QVERIFY(m.fp.messages.shown.isEmpty());
         QCOMPARE(m.w->size(), QSize(804, 616));
         QVERIFY(m.w->tableSubWindow()->isMaximized());
