@@ -70,18 +70,11 @@ private slots:
         QFETCH(QColor, background);
         LoadedMainWindow m(withCustom({"&H00C000C0&", "12583104", "", "", "", "", "", "&H0000FF"}));
         paint(m, scheme);
-        for (int i : {0, 12}) {
-            QCOMPARE(text(m.t->lblRowNumber[i]), rowNumber);
-            QCOMPARE(text(m.t->lbl24[i]), rowNumber);
-            QCOMPARE(text(m.t->txtACTime[i]), plain);
-            QCOMPARE(text(m.t->txtURL[i]), plain);
-            QCOMPARE(text(m.t->txtACDetails[i]), details);
-            QCOMPARE(back(m.t->txtACDetails[i]), background);
-            QCOMPARE(back(m.t->lblCountDownHours[i]), background);
-        }
-        QCOMPARE(text(m.t->chkShow), plain);
-        QCOMPARE(back(m.t->picBottom), background);
-        QCOMPARE(text(m.t), window);
+        for (int i : {0, 12})
+            QCOMPARE(QList<QColor>({text(m.t->lblRowNumber[i]), text(m.t->lbl24[i]), text(m.t->txtACTime[i]), text(m.t->txtURL[i]), text(m.t->txtACDetails[i]),
+                                    back(m.t->txtACDetails[i]), back(m.t->lblCountDownHours[i])}),
+                     QList<QColor>({rowNumber, rowNumber, plain, plain, details, background, background}));
+        QCOMPARE(QList<QColor>({text(m.t->chkShow), back(m.t->picBottom), text(m.t)}), QList<QColor>({plain, background, window}));
         // The window's own text colour must not reach the boxes inside it.
         QVERIFY(text(m.t->txtSoundOffTimes) != back(m.t->txtSoundOffTimes));
         // Each scheme's picture, on the table window and the main window.
@@ -96,16 +89,13 @@ private slots:
         LoadedMainWindow m(withCustom({"red", ""}));
         m.fp.testDir.remove(QStringLiteral("backgroundcustom.bmp"));
         paint(m, 2);
-        QCOMPARE(text(m.t->lblRows), QColor(Qt::black));
-        QCOMPARE(back(m.t->lblRows), QColor(Qt::black));
-        QVERIFY(m.fp.messages.shown.isEmpty());
+        QVERIFY(text(m.t->lblRows) == QColor(Qt::black) && back(m.t->lblRows) == QColor(Qt::black) && m.fp.messages.shown.isEmpty());
         // An unknown scheme paints nothing at all.
         paint(m, 1);
         const int requests = m.fp.pictures.requests.size();
         paint(m, 7);
         m.t->subSetRowDetailsBackColor(0);
-        QCOMPARE(back(m.t->txtACDetails[0]), QColor(0, 0x40, 0));
-        QCOMPARE(text(m.t->lblRowNumber[0]), QColor(0, 0xFF, 0));
+        QCOMPARE(QList<QColor>({back(m.t->txtACDetails[0]), text(m.t->lblRowNumber[0])}), QList<QColor>({QColor(0, 0x40, 0), QColor(0, 0xFF, 0)}));
         QCOMPARE(m.fp.pictures.requests.size(), requests);
     }
 
@@ -135,20 +125,16 @@ private slots:
     {
         LoadedMainWindow m(withCustom({" &H00C000C0& ", "12583104", "red"}));
         frmCustomColors *d = dialog(m);
-        QCOMPARE(d->windowTitle(), "Custom Colors");
-        QCOMPARE(d->txtCustomColours[0]->text(), QStringLiteral("&H00C000C0&"));
-        QCOMPARE(back(d->lblFillColor[1]), kPurple);
-        QCOMPARE(back(d->lblFillColor[2]), QColor(Qt::black));
+        QCOMPARE(d->windowTitle() + "|" + d->txtCustomColours[0]->text(), "Custom Colors|&H00C000C0&");
+        QCOMPARE(QList<QColor>({back(d->lblFillColor[1]), back(d->lblFillColor[2])}), QList<QColor>({kPurple, Qt::black}));
         QVERIFY(d->lblHelpTip->text().contains(QStringLiteral(" &H00C000C0& or its number 12583104.")));
         for (QPushButton *picker : d->cmdColorPicker)
             QCOMPARE(picker->accessibleName(), picker->text());
         d->txtCustomColours[3]->setText(QStringLiteral("12583104"));
         QTest::keyClick(d->txtCustomColours[3], Qt::Key_Return);
-        QCOMPARE(back(d), kPurple);
-        QCOMPARE(back(d->lblFillColor[3]), kPurple);
+        QCOMPARE(QList<QColor>({back(d), back(d->lblFillColor[3])}), QList<QColor>({kPurple, kPurple}));
         focusIn(d->cmdApply); // a button whitens the window, the swatch stays
-        QCOMPARE(back(d), QColor(Qt::white));
-        QCOMPARE(back(d->lblFillColor[3]), kPurple);
+        QCOMPARE(QList<QColor>({back(d), back(d->lblFillColor[3])}), QList<QColor>({Qt::white, kPurple}));
         d->txtCustomColours[5]->setText(QStringLiteral("&HFF"));
         focusIn(d->txtCustomColours[5]);
         QCOMPARE(back(d->lblFillColor[5]), QColor(Qt::red));
@@ -158,8 +144,7 @@ private slots:
         QCOMPARE(d->txtCustomColours[2]->text(), QStringLiteral("red"));
         m.fp.colours.answer = 0x00C000C0;
         d->cmdColorPicker_Click(2);
-        QCOMPARE(d->txtCustomColours[2]->text(), QStringLiteral("12583104"));
-        QCOMPARE(back(d->lblFillColor[2]), kPurple);
+        QVERIFY(d->txtCustomColours[2]->text() == "12583104" && back(d->lblFillColor[2]) == kPurple);
         d->cmdColorPicker_Click(0); // starts from the colour chosen last
         QCOMPARE(m.fp.colours.startColours.last(), 0x00C000C0);
     }
@@ -177,20 +162,15 @@ private slots:
         QVERIFY(!d);
         QCOMPARE(m.rows("SELECT strCustomColours01, strCustomColours03, strCustomColours04, intColorPick FROM tblprogramsetting"),
                  QStringList{"&H00C000C0&|junk||2"});
-        QVERIFY(m.w->mnuColorCustom->isChecked() && !m.w->mnuColorMatrix->isChecked());
-        QCOMPARE(m.state().intColorPick, qint16(2));
-        QVERIFY(m.state().bEvaluateNow);
-        QCOMPARE(text(m.t->lblRows), kPurple);
-        QCOMPARE(m.t->txtACDetails[0]->palette().color(QPalette::Text), QColor(Qt::red));
+        QVERIFY(m.w->mnuColorCustom->isChecked() && !m.w->mnuColorMatrix->isChecked() && m.state().intColorPick == 2 && m.state().bEvaluateNow);
+        QCOMPARE(QList<QColor>({text(m.t->lblRows), text(m.t->txtACDetails[0])}), QList<QColor>({kPurple, Qt::red}));
 
         // Without a record the colours apply in memory only; a broken table is reported.
         QVERIFY(m.sql("DELETE FROM tblprogramsetting"));
         m.w->mnuColorRegular->trigger();
         dialog(m)->txtCustomColours[0]->setText(QStringLiteral("255"));
         dialog(m)->cmdApply_Click();
-        QVERIFY(m.fp.messages.shown.isEmpty());
-        QVERIFY(m.w->mnuColorCustom->isChecked());
-        QCOMPARE(text(m.t->lblRows), QColor(Qt::red));
+        QVERIFY(m.fp.messages.shown.isEmpty() && m.w->mnuColorCustom->isChecked() && text(m.t->lblRows) == QColor(Qt::red));
         m.w->mnuColorRegular->trigger();
         QVERIFY(m.sql("ALTER TABLE tblprogramsetting RENAME TO moved"));
         dialog(m)->cmdApply_Click();
@@ -228,20 +208,15 @@ private slots:
         paint(m, scheme);
         QEvent activate(QEvent::WindowActivate);
         QApplication::sendEvent(legend, &activate);
-        QCOMPARE(back(legend->lblColours[0]), hoursAway);
-        QCOMPARE(back(legend->lblColours[2]), under52);
-        QCOMPARE(text(legend->lblColours[4]), stateText);
+        QCOMPARE(QList<QColor>({back(legend->lblColours[0]), back(legend->lblColours[2]), text(legend->lblColours[4])}), QList<QColor>({hoursAway, under52, stateText}));
         // The units line takes the title's colours.
-        QCOMPARE(back(legend->lblColours[5]), back(legend->lblTitle));
-        QCOMPARE(text(legend->lblColours[5]), text(legend->lblTitle));
+        QVERIFY(back(legend->lblColours[5]) == back(legend->lblTitle) && text(legend->lblColours[5]) == text(legend->lblTitle));
 
         // Closing runs the close sequence: standard size, table maximized, others closed.
         QPointer<QWidget> about = m.w->showForm(SecondaryForm::About);
         m.w->resize(900, 700);
         legend->close();
-        QCOMPARE(m.w->size(), QSize(804, 616));
-        QVERIFY(m.w->tableSubWindow()->isMaximized());
-        QVERIFY(!about || !about->isVisible());
+        QVERIFY(m.w->size() == QSize(804, 616) && m.w->tableSubWindow()->isMaximized() && (!about || !about->isVisible()));
     }
 
     void aLegendPreviewIsThrownAwayWhenTheDialogCloses()
@@ -252,12 +227,9 @@ private slots:
         d->txtCustomColours[0]->setText(QStringLiteral("&H00FF00&"));
         d->cmdShowLegend->click();
         auto *legend = qobject_cast<frmLegend *>(m.w->form(SecondaryForm::Legend));
-        QVERIFY(legend && legend->isVisible());
-        QCOMPARE(text(legend->lblTitle), QColor(Qt::green));
-        QCOMPARE(m.state().customColours.slot(1), 0xFF00);
+        QVERIFY(legend && legend->isVisible() && text(legend->lblTitle) == QColor(Qt::green) && m.state().customColours.slot(1) == 0xFF00);
         d->close();
-        QCOMPARE(m.state().customColours.slot(1), 0xFF);
-        QCOMPARE(m.setting("strCustomColours01"), QStringLiteral("&H0000FF&"));
+        QVERIFY(m.state().customColours.slot(1) == 0xFF && m.setting("strCustomColours01") == "&H0000FF&");
     }
 };
 
