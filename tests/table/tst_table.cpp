@@ -91,18 +91,14 @@ private slots:
         m.t->bDataChanged = false;
         const QString before = committed(m, which, 3);
         QTest::keyClicks(b, typed);
-        QVERIFY(m.t->bDataChanged);
-        QVERIFY(!m.t->lbl24[3]->isVisibleTo(m.t));
-        QCOMPARE(m.t->lblCountDownHours[3]->text(), QString());
+        // Typing unmarks, uncounts and whitens the row; the tick keeps the old value meanwhile.
+        QVERIFY(m.t->bDataChanged && !m.t->lbl24[3]->isVisibleTo(m.t) && m.t->lblCountDownHours[3]->text().isEmpty());
         QCOMPARE(back(m.t->txtACDetails[3]), QColor(Qt::white));
-        QCOMPARE(committed(m, which, 3), before); // the tick keeps the old value meanwhile
+        QCOMPARE(committed(m, which, 3), before);
         m.state().bEvaluateNow = false;
         key ? QTest::keyClick(b, Qt::Key(key)) : leave(b);
-        QCOMPARE(b->text(), result);
-        QCOMPARE(committed(m, which, 3), result);
-        QCOMPARE(m.t->lbl24[3]->isVisibleTo(m.t), daily);
-        QVERIFY(m.state().bEvaluateNow);
-        QVERIFY(m.fp.messages.shown.isEmpty());
+        QCOMPARE(b->text() + "|" + committed(m, which, 3), result + "|" + result);
+        QVERIFY(m.t->lbl24[3]->isVisibleTo(m.t) == daily && m.state().bEvaluateNow && m.fp.messages.shown.isEmpty());
         QCOMPARE(QApplication::focusWidget() == b, key != 0);
     }
 
@@ -124,8 +120,7 @@ private slots:
         time->selectAll();
         m.t->bDataChanged = false;
         QTest::keyClicks(time, QStringLiteral("ab-/.x"));
-        QCOMPARE(time->text(), QStringLiteral("07:30"));
-        QVERIFY(!m.t->bDataChanged);
+        QVERIFY(time->text() == "07:30" && !m.t->bDataChanged);
         // A blank becomes a colon at the caret.
         time->setText(QStringLiteral("0730"));
         time->setCursorPosition(2);
@@ -137,8 +132,7 @@ private slots:
         other.show();
         other.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&other));
-        QCOMPARE(time->text(), QStringLiteral("7:30"));
-        QCOMPARE(m.state().strAlarmTimes[8], QStringLiteral("14:10"));
+        QCOMPARE(time->text() + "|" + m.state().strAlarmTimes[8], QStringLiteral("7:30|14:10"));
     }
 
     void theDescriptionLeavesTheRowAsItIsUnlessItIsEmpty()
@@ -150,8 +144,7 @@ private slots:
         QTest::keyClicks(m.t->txtACDetails[7], QStringLiteral("Call"));
         QVERIFY(m.t->bDataChanged);
         leave(m.t->txtACDetails[7]);
-        QCOMPARE(m.t->lblCountDownHours[7]->text(), QStringLiteral("0d 0h 5m 0s "));
-        QCOMPARE(back(m.t->txtACDetails[7]), QColor(0, 255, 0));
+        QVERIFY(m.t->lblCountDownHours[7]->text() == "0d 0h 5m 0s " && back(m.t->txtACDetails[7]) == QColor(0, 255, 0));
         // An empty row's description takes the scheme's colour on leaving.
         m.t->txtACDetails[9]->setFocus(Qt::MouseFocusReason);
         QTest::keyClicks(m.t->txtACDetails[9], QStringLiteral("Dentist"));
@@ -179,8 +172,7 @@ private slots:
         for (const QString &expected : {filled, QString()}) {
             m.state().bEvaluateNow = false;
             QTest::mouseDClick(b, Qt::LeftButton);
-            QCOMPARE(b->text(), expected);
-            QCOMPARE(committed(m, which, 11), expected);
+            QCOMPARE(b->text() + "|" + committed(m, which, 11), expected + "|" + expected);
             QVERIFY(m.state().bEvaluateNow);
         }
         QCOMPARE(box(m, which == Box::Date ? Box::Time : Box::Date, 11)->text(), QString());
@@ -196,12 +188,12 @@ private slots:
         // Entering an offset box clears a resting "0"; leaving rewrites its number; another window is not leaving.
         for (QLineEdit *b : m.t->txtJump) {
             QTest::mouseClick(b, Qt::LeftButton);
-            QCOMPARE(b->text(), QString());
+            const QString entered = b->text();
             b->setText(QStringLiteral("&H10"));
             focusOut(b, Qt::ActiveWindowFocusReason);
-            QCOMPARE(b->text(), QStringLiteral("&H10"));
+            const QString away = b->text();
             m.t->txtACDetails[0]->setFocus(Qt::MouseFocusReason);
-            QCOMPARE(b->text(), QStringLiteral("16"));
+            QCOMPARE(QStringList({entered, away, b->text()}), QStringList({"", "&H10", "16"}));
         }
         m.t->txtJumpDay->setText(QStringLiteral("00"));
         QTest::mouseClick(m.t->txtJumpDay, Qt::LeftButton);
@@ -216,15 +208,13 @@ private slots:
         m.fp.clock.set(QDateTime(QDate(2031, 9, 30), QTime(14, 5, 59, 999)));
         QTest::mouseClick(m.t->cmdSetDateTime[6], Qt::LeftButton);
         QCOMPARE(m.t->txtACDate[6]->text() + "|" + m.state().strAlarmTimes[6], QStringLiteral("Oct 01, 2031|16:05"));
-        QVERIFY(!m.t->lbl24[6]->isVisibleTo(m.t));
-        QVERIFY(m.state().bEvaluateNow);
+        QVERIFY(!m.t->lbl24[6]->isVisibleTo(m.t) && m.state().bEvaluateNow);
         m.t->bDataChanged = false; // a second SET in the same minute still counts as a change
         QTest::mouseClick(m.t->cmdSetDateTime[6], Qt::LeftButton);
         QVERIFY(m.t->bDataChanged);
         m.t->txtJumpDay->setText(QStringLiteral("2147483647"));
         QTest::mouseClick(m.t->cmdSetDateTime[6], Qt::LeftButton);
-        QCOMPARE(m.fp.messages.texts(), QStringList("subCalculateDayHourMins\r\n6\r\nOverflow"));
-        QCOMPARE(m.t->txtACDate[6]->text(), QStringLiteral("Oct 01, 2031"));
+        QCOMPARE(m.fp.messages.texts() << m.t->txtACDate[6]->text(), QStringList({"subCalculateDayHourMins\r\n6\r\nOverflow", "Oct 01, 2031"}));
 
         // Typing turns a box orange until it is reset or the row switched off; tabbing through is not typing.
         m.t->txtJumpDay->setText(QStringLiteral("0"));
@@ -235,14 +225,12 @@ private slots:
         QTest::keyClick(m.t->txtJumpHour, Qt::Key_Tab);
         QCOMPARE(back(m.t->txtJumpHour), QColor(255, 128, 0));
         QTest::mouseDClick(m.t->txtJumpHour, Qt::LeftButton);
-        QCOMPARE(m.t->txtJumpHour->text(), QStringLiteral("0"));
-        QCOMPARE(back(m.t->txtJumpHour), QColor(Qt::white));
+        QVERIFY(m.t->txtJumpHour->text() == "0" && back(m.t->txtJumpHour) == QColor(Qt::white));
         QTest::keyClicks(m.t->txtJumpMinutes, QStringLiteral("9"));
         QTest::mouseClick(m.t->chkTimeRow, Qt::LeftButton);
         QVERIFY(!m.w->mnuActivateTimeRow->isChecked() && m.w->mnuDeactivateTimeRow->isChecked());
         QVERIFY(!m.t->txtJumpMinutes->isVisibleTo(m.t) && !m.t->lblJump[2]->isVisibleTo(m.t));
-        QCOMPARE(m.t->txtJumpMinutes->text(), QStringLiteral("0"));
-        QCOMPARE(back(m.t->txtJumpMinutes), QColor(Qt::white));
+        QVERIFY(m.t->txtJumpMinutes->text() == "0" && back(m.t->txtJumpMinutes) == QColor(Qt::white));
 
         // With no offset, SET in a minute's first second trips at once.
         m.fp.clock.set(QDateTime(QDate(2031, 9, 30), QTime(14, 5, 0, 100)));
@@ -251,8 +239,7 @@ private slots:
         QCOMPARE(m.fp.sound.played.size(), 1);
         // The stored setting opens the row at start-up, untouched.
         LoadedMainWindow stored(withSql({"UPDATE tblprogramsetting SET booTimeRow = True"}));
-        QVERIFY(stored.t->txtJumpDay->isVisibleTo(stored.t));
-        QCOMPARE(stored.t->txtJumpDay->text(), QStringLiteral("0"));
+        QVERIFY(stored.t->txtJumpDay->isVisibleTo(stored.t) && stored.t->txtJumpDay->text() == "0");
     }
 
     void soundTimesAreStoredOnLeaving_data()
@@ -272,24 +259,20 @@ private slots:
         focusOut(m.t->txtSoundOffTimes, Qt::ActiveWindowFocusReason); // another window: not leaving
         QCOMPARE(m.setting("intSoundAlarmTimes"), "3");
         focusOut(m.t->txtSoundOffTimes, Qt::TabFocusReason);
-        QCOMPARE(m.t->txtSoundOffTimes->text(), QString::number(stored));
-        QCOMPARE(m.setting("intSoundAlarmTimes"), QString::number(stored));
+        QCOMPARE(m.t->txtSoundOffTimes->text() + "|" + m.setting("intSoundAlarmTimes"), QString::number(stored) + "|" + QString::number(stored));
     }
 
     void loadResizeAndActivation()
     {
         LoadedMainWindow m(withSql({"UPDATE tblprogramsetting SET booSound = 0, intSoundAlarmTimes = 2"}));
-        QVERIFY(m.t->tmrAlarmClock->isActive());
-        QCOMPARE(m.t->txtSoundOffTimes->text(), QStringLiteral("2"));
-        QVERIFY(!m.t->bDataChanged);
-        QVERIFY(!m.t->chkSoundOnOff->isChecked() && m.w->mnuSoundOff->isChecked()); // turned on, then the stored switch wins
+        // Sound is turned on, then the stored switch wins.
+        QVERIFY(m.t->tmrAlarmClock->isActive() && m.t->txtSoundOffTimes->text() == "2" && !m.t->bDataChanged);
+        QVERIFY(!m.t->chkSoundOnOff->isChecked() && m.w->mnuSoundOff->isChecked());
         QPointer<QWidget> legend = m.w->showForm(SecondaryForm::Legend);
         m.w->resize(900, 700);
         m.state().bEvaluateNow = false;
         m.t->Form_Resize(2);
-        QVERIFY(m.state().bEvaluateNow);
-        QCOMPARE(m.w->size(), QSize(804, 616));
-        QVERIFY(!legend || !legend->isVisible());
+        QVERIFY(m.state().bEvaluateNow && m.w->size() == QSize(804, 616) && (!legend || !legend->isVisible()));
         m.state().bEvaluateNow = false;
         QEvent activate(QEvent::WindowActivate);
         QApplication::sendEvent(m.t, &activate);
@@ -297,8 +280,7 @@ private slots:
         // A broken settings table is reported by the sound-times reader.
         QVERIFY(m.sql("ALTER TABLE tblprogramsetting RENAME TO moved"));
         m.t->subApplyAlarmClockFormProgramSettings();
-        QCOMPARE(m.fp.messages.shown.size(), 1);
-        QVERIFY(m.fp.messages.shown[0].text.startsWith(QStringLiteral("subApplyAlarmClockFormProgramSettings\r\n")));
+        QVERIFY(m.fp.messages.shown.size() == 1 && m.fp.messages.shown[0].text.startsWith(QStringLiteral("subApplyAlarmClockFormProgramSettings\r\n")));
     }
 
     // The pop-up brings the window back in its normal state, even from maximized.
@@ -310,9 +292,8 @@ private slots:
         QVERIFY(!m.w->isVisible());
         m.setRow(0, QString(), QStringLiteral("14:06"));
         m.tickAt(QDateTime(QDate(2031, 9, 30), QTime(14, 6, 0)));
-        QVERIFY(m.w->isVisible());
+        QVERIFY(m.w->isVisible() && m.state().intMDIWindowState == 0);
         QCOMPARE(m.w->windowState() & (Qt::WindowMinimized | Qt::WindowMaximized), Qt::WindowStates());
-        QCOMPARE(m.state().intMDIWindowState, 0);
     }
 
     // A picture that cannot be read leaves the one shown before, under the new colours.
@@ -325,8 +306,7 @@ private slots:
         QVERIFY(m.fp.testDir.remove("backgroundmatrix.bmp"));
         m.w->mnuColorMatrix->trigger();
         QCOMPARE(m.t->palette().brush(QPalette::Window).texture().cacheKey(), regular);
-        QCOMPARE(m.t->txtACDetails[0]->palette().color(QPalette::Base), QColor(0, 0x40, 0));
-        QVERIFY(m.fp.messages.shown.isEmpty());
+        QVERIFY(m.t->txtACDetails[0]->palette().color(QPalette::Base) == QColor(0, 0x40, 0) && m.fp.messages.shown.isEmpty());
     }
 
     void theRowEditorsReportAWindowThatWillNotOpen()
