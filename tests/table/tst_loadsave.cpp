@@ -188,7 +188,7 @@ private slots:
         QVERIFY(m.t->bDataChanged); // emptying the boxes leaves the flag as it was
         for (int i = 0; i < 13; ++i) {
             QCOMPARE(shown(m.t, i), QStringLiteral("||||"));
-            QCOMPARE(m.state().strAlarmTimes[size_t(i)] + m.t->lblCountDownHours[i]->text(), QString());
+            QCOMPARE(m.state().strAlarmTimes[size_t(i)] + m.t->lblCountDownHours[i]->text() + m.t->lblUrlToolTip[i]->text(), QStringLiteral("?"));
             QVERIFY(!m.t->lbl24[i]->isVisibleTo(m.t));
         }
         QCOMPARE(back(6), QColor(Qt::white));
