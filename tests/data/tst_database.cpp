@@ -80,14 +80,11 @@ private slots:
                       "booMinimizeToTray = 0, booDonotAskAnyMore = NULL, intColorPick = NULL, intSoundAlarmTimes = 9"));
         const auto s = f.settings.readSwitches();
         QVERIFY(s && s->timeRow && s->alarmPopupForm && !s->sound && !s->minimizeToTray);
-        QVERIFY(!f.settings.readDonotAskAnyMore());
-        QCOMPARE(f.settings.readSoundAlarmTimes(), std::optional<qint16>(9));
-        QCOMPARE(f.settings.intReturnColorPicked(), qint16(0));
+        QVERIFY(!f.settings.readDonotAskAnyMore() && f.settings.readSoundAlarmTimes() == 9 && f.settings.intReturnColorPicked() == 0);
         QVERIFY(f.sql("DELETE FROM tblprogramsetting"));
         QVERIFY(!f.settings.readSwitches() && !f.settings.readSoundAlarmTimes() && !f.settings.readDonotAskAnyMore());
         QCOMPARE(f.settings.subReturnAlarmclockName() + "|" + f.settings.subReturnAlarmclockVersion(), "Quorvel Alarm Clock|1.00");
-        QCOMPARE(f.settings.intReturnColorPicked(), qint16(0));
-        QVERIFY(f.fp.messages.shown.isEmpty());
+        QVERIFY(f.settings.intReturnColorPicked() == 0 && f.fp.messages.shown.isEmpty());
         // A Null is reported, never defaulted.
         QVERIFY(f.sql("INSERT INTO tblprogramsetting (strVersion) VALUES (NULL)"));
         QCOMPARE(f.settings.subReturnAlarmclockVersion(), QString());
@@ -95,8 +92,7 @@ private slots:
         // A failing reader reports under its own name; the others leave it to their caller.
         QVERIFY(f.sql("ALTER TABLE tblprogramsetting RENAME TO gone"));
         f.fp.messages.shown.clear();
-        QCOMPARE(f.settings.subReturnAlarmclockName(), QString());
-        QCOMPARE(f.settings.intReturnColorPicked(), qint16(0));
+        QVERIFY(f.settings.subReturnAlarmclockName().isEmpty() && f.settings.intReturnColorPicked() == 0);
         QCOMPARE(f.fp.messages.texts(), QStringList({"subReturnAlarmclockName\r\n1\r\nno such table: tblprogramsetting",
                                                      "intReturnColorPicked\r\n1\r\nno such table: tblprogramsetting"}));
         QCOMPARE(f.fp.messages.shown[1].title, "ERROR");
@@ -108,8 +104,7 @@ private slots:
     {
         Fixture f;
         Recordset rs = f.db.MyDB().openRecordset("SELECT booSound, STRPROGRAMNAME FROM tblprogramsetting");
-        QCOMPARE(rs.field("boosound").typeId(), QMetaType::Bool);
-        QCOMPARE(rs.field("booSound").toBool(), true);
+        QVERIFY(rs.field("boosound").typeId() == QMetaType::Bool && rs.field("booSound").toBool());
         QCOMPARE(rs.field("strprogramname").toString(), "Quorvel Alarm Clock");
         try {
             rs.field("noSuchColumn");
@@ -156,8 +151,7 @@ private slots:
         f.db.MyDBClose(); // fine again
         QVERIFY(f.fp.testDir.remove("alarmclock.mdb"));
         QVERIFY_THROWS_EXCEPTION(ProgramEnded, f.db.MyDBClose());
-        QVERIFY(!QFile::exists(f.fp.testDir.dbPath()));
-        QCOMPARE(f.fp.messages.shown.size(), 4);
+        QVERIFY(!QFile::exists(f.fp.testDir.dbPath()) && f.fp.messages.shown.size() == 4);
         QVERIFY(f.fp.messages.shown[2].text.startsWith("MyDB ERROR,\r\nFILE PATH:\r\n" + f.fp.testDir.dbPath() + "\r\nError #"));
     }
 
