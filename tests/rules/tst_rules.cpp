@@ -102,6 +102,7 @@ private slots:
             return t.dateText + QLatin1Char('|') + t.timeText;
         };
         QCOMPARE(target(2, 14, 0), QStringLiteral("Oct 03, 2031|00:45"));
+        QCOMPARE(target(0, 0, 15), QStringLiteral("Sep 30, 2031|11:00")); // the sixtieth minute carries
         QCOMPARE(target(0, 0, 1440 * 365), QStringLiteral("Sep 29, 2032|10:45")); // through Feb 29
         QCOMPARE(target(-30, -13, -40), QStringLiteral("Aug 31, 2031|-3:5"));     // left unpadded
         const int max = 0x7FFFFFFF;
