@@ -87,7 +87,7 @@ frmCustomColors::frmCustomColors(const Platform &platform, Database &db, AlarmSt
         swatch->setAutoFillBackground(true);
         auto *picker = new QPushButton(QStringLiteral("Color Picker"), this);
         picker->setObjectName(QStringLiteral("cmdColorPicker_%1").arg(i));
-        picker->setAccessibleName(QStringLiteral("Color Picker %1").arg(n));
+        picker->setAccessibleName(picker->text());
         picker->installEventFilter(this);
         connect(picker, &QPushButton::clicked, this, [this, i] { cmdColorPicker_Click(i); });
         grid->addWidget(caption, i, 0);

@@ -34,7 +34,9 @@ public:
         // program's lock is waited for up to 2 s, then the statement fails
         // in the routine that ran it.
         db.setConnectOptions(QStringLiteral("QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=2000"));
-        db.setDatabaseName(QStringLiteral("file:") + QString::fromLatin1(QUrl::toPercentEncoding(path, "/"))
+        // An empty authority ("file://") first: a path that starts with "//"
+        // (the program in the root folder) would otherwise read as a host name.
+        db.setDatabaseName(QStringLiteral("file://") + QString::fromLatin1(QUrl::toPercentEncoding(path, "/"))
                            + QStringLiteral("?mode=rw"));
         if (!db.open())
             throw sqlError(db.lastError());

@@ -11,6 +11,7 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 
@@ -66,7 +67,9 @@ void frmEditURL::cmdApply_Click()
     m_table.bDataChanged = true;
     const QString address = txtEditURL->text().trimmed();
     // "!" marks an address edited since the last load; saving turns it to "*".
-    m_table.lblUrlToolTip[row]->setToolTip(address.isEmpty() ? QStringLiteral("Reveals the URL description.") : address);
+    QLabel *marker = m_table.lblUrlToolTip[row];
+    marker->setToolTip(address.isEmpty() ? QStringLiteral("Reveals the URL description.") : address);
+    marker->setAccessibleDescription(marker->toolTip());
     m_table.lblUrlToolTip[row]->setText(address.isEmpty() ? QStringLiteral("?") : QStringLiteral("!"));
     m_table.txtURL[row]->setText(address);
     close();

@@ -432,7 +432,8 @@ QWidget *mdiAlarmClock::mainPictureTarget() { return m_mdiArea; }
 
 void mdiAlarmClock::restoreMainWindow()
 {
-    setWindowState((windowState() & ~Qt::WindowMinimized) | Qt::WindowActive);
+    // Normal size even from maximized: the pop-up shows the window as laid out.
+    setWindowState((windowState() & ~(Qt::WindowMinimized | Qt::WindowMaximized)) | Qt::WindowActive);
     show();
     raise();
     activateWindow();
@@ -533,25 +534,33 @@ void mdiAlarmClock::mnuPopupFormOff_Click()
                OnError::GoOn);
 }
 
-// The two time-row commands have no error handling of their own. An error
-// escaping a menu command would end the program here, so they stop quietly
-// instead: the stored value simply stays as it was.
-void mdiAlarmClock::mnuActivateTimeRow_Click()
+// The two time-row commands have no error handling of their own: an error
+// there is an unhandled run-time error, which is reported and ends the program.
+void mdiAlarmClock::endOnUnhandledError(const std::function<void()> &command)
 {
     try {
+        command();
+    } catch (const AppError &e) {
+        m_platform.messages.show(QStringLiteral("Run-time error '%1':\r\n\r\n%2").arg(e.number).arg(e.description),
+                                 MsgButtons::Ok, MsgIcon::Critical, QString());
+        m_platform.end.endProgram();
+    }
+}
+
+void mdiAlarmClock::mnuActivateTimeRow_Click()
+{
+    endOnUnhandledError([this] {
         switchPair(MenuPair::TimeRow, true, QStringLiteral("UPDATE tblprogramsetting set booTimeRow = True"),
                    OnError::Stop);
-    } catch (const AppError &) {
-    }
+    });
 }
 
 void mdiAlarmClock::mnuDeactivateTimeRow_Click()
 {
-    try {
+    endOnUnhandledError([this] {
         switchPair(MenuPair::TimeRow, false, QStringLiteral("UPDATE tblprogramsetting set booTimeRow = False"),
                    OnError::Stop);
-    } catch (const AppError &) {
-    }
+    });
 }
 
 void mdiAlarmClock::mnuMinimizedToTrayOn_Click()

@@ -135,6 +135,7 @@ private:
     void switchPair(MenuPair pair, bool on, const QString &statement, OnError onError);
     void selectColourScheme(qint16 scheme, const QString &statement);
     void openSecondary(SecondaryForm form);
+    void endOnUnhandledError(const std::function<void()> &command);
 
     // A copy: the aggregate only holds references to services that outlive the window.
     const Platform m_platform;

@@ -864,6 +864,7 @@ void frmAlarmClock::basLoadAlarmClocks(bool ask)
                     txtURL[i]->setText(url);
                     lblUrlToolTip[i]->setText(url.isEmpty() ? QStringLiteral("?") : QStringLiteral("*"));
                     lblUrlToolTip[i]->setToolTip(url.isEmpty() ? kUrlMarkerTip : url);
+                    lblUrlToolTip[i]->setAccessibleDescription(lblUrlToolTip[i]->toolTip());
                     txtWAVEFileNamePath[i]->setText(textValue(rs.field(QStringLiteral("strWAVEFileNamePath"))));
                     txtACDate[i]->setText(formatDateText(dateText));
                     // A stored time that is no time loads empty: it could never ring.
@@ -895,6 +896,7 @@ void frmAlarmClock::basLoadAlarmClocks(bool ask)
 
 bool frmAlarmClock::basSaveAlarmClocks()
 {
+    const bool changed = bDataChanged;
     bDataChanged = false;
     try {
         DbHandle db = m_db.MyDB();
@@ -926,9 +928,9 @@ bool frmAlarmClock::basSaveAlarmClocks()
         m_state.bEvaluateNow = true;
         return true;
     } catch (const AppError &e) {
+        // Nothing was stored, so what the user typed is still unsaved.
+        bDataChanged = changed;
         showErrorBox(m_platform.messages, QStringLiteral("basSaveAlarmClocks"), e);
-        // Nothing was stored: the rows on screen are still the user's only copy.
-        bDataChanged = true;
         return false;
     }
 }
@@ -955,6 +957,7 @@ void frmAlarmClock::emptyRow(int i)
     txtWAVEFileNamePath[i]->setText(QString());
     lblUrlToolTip[i]->setText(QStringLiteral("?"));
     lblUrlToolTip[i]->setToolTip(kUrlMarkerTip);
+    lblUrlToolTip[i]->setAccessibleDescription(kUrlMarkerTip);
     txtURL[i]->setText(QString());
     lbl24[i]->setVisible(false);
     txtACDate[i]->setText(QString());
@@ -970,8 +973,10 @@ void frmAlarmClock::cmdClearForm_Click()
 {
     if (!m_shell.questionsLimited()
         && !askYesNo(QStringLiteral("CLEAR THE FORM: ARE YOU SURE?"),
-                     QStringLiteral("You will lose any of your current work, are you sure?")))
+                     QStringLiteral("You will lose any of your current work, are you sure?"))) {
+        m_state.bEvaluateNow = true;
         return;
+    }
     const bool changed = bDataChanged;
     for (int i = 0; i < kAlarmRows; ++i)
         emptyRow(i);
@@ -1093,6 +1098,9 @@ void frmAlarmClock::subSetMainForeAndBackGroundColors()
         setTextColour(lblUrlToolTip[i], text);
     }
 
+    // The colours replace the window's brush; a picture that fails to load
+    // below must leave the previous one, so keep it.
+    const QBrush previousPicture = QWidget::palette().brush(QPalette::Window);
     const qint32 back = palette->background;
     setBackColour(picBottom, back);
     for (QWidget *w : {static_cast<QWidget *>(chkSoundOnOff), static_cast<QWidget *>(chkShow),
@@ -1115,7 +1123,11 @@ void frmAlarmClock::subSetMainForeAndBackGroundColors()
 
     // A missing or broken picture leaves the colours and the old picture.
     const QString picture = m_platform.appDir.path() + QLatin1Char('/') + QLatin1String(schemePictureName(scheme));
-    m_platform.pictures.setBackground(this, picture);
+    if (!m_platform.pictures.setBackground(this, picture) && previousPicture.style() == Qt::TexturePattern) {
+        QPalette withPicture = QWidget::palette();
+        withPicture.setBrush(QPalette::Window, previousPicture);
+        setPalette(withPicture);
+    }
     if (QWidget *main = m_shell.mainPictureTarget())
         m_platform.pictures.setBackground(main, picture);
 }

@@ -1,35 +1,34 @@
 // Faults from outside the program: files it may not write, locks held by
 // other processes, a full disk, a kill in the middle of a save, broken sounds
-// and pictures, hostile text. Nothing may crash, and the table always holds
-// the rows of one whole save: the old ones or the new ones, never a mix.
+// and pictures, an address that would fool a shell. Nothing may crash, and
+// the table always holds the rows of one whole save: the old ones or the new.
 
 #include "fakes/LoadedMainWindow.h"
-#include "fakes/TestDatabase.h"
 #include "platform/qt/DesktopUrlOpener.h"
 #include "platform/qt/PulseSoundPlayer.h"
-#include "platform/qt/QtPictureLoader.h"
 
 #include <QApplication>
 #include <QCheckBox>
 #include <QProcess>
 #include <QRandomGenerator>
-#include <QSqlDatabase>
-#include <QSqlQuery>
 #include <QtTest>
 
 #include <csignal>
 #include <cstdio>
+#include <cstring>
 #include <sys/fsuid.h>
-#include <sys/stat.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
 
-const QString kRows = QStringLiteral("SELECT dtalarmclockmmmddyyyy, dtalarmclockhhnn, stralarmclock, strURL, "
-                                     "strWAVEFileNamePath, booRepeat FROM tblalarmclock ORDER BY lngalarmclockid");
-
-QStringList storedRows(const QString &db) { return TestDatabase(db, QStringLiteral("peek-rows")).rows(kRows); }
+QStringList storedRows(const QString &db)
+{
+    return TestDatabase(db, QStringLiteral("peek-rows")).rows(
+        "SELECT dtalarmclockmmmddyyyy, dtalarmclockhhnn, stralarmclock, strURL, strWAVEFileNamePath, booRepeat "
+        "FROM tblalarmclock ORDER BY lngalarmclockid");
+}
 
 // Set A or B: distinct in every column, dated and daily rows mixed, each
 // description `width` characters long.
@@ -47,25 +46,12 @@ void fillSet(frmAlarmClock *t, QChar set, int width)
     }
 }
 
-// Every fake, on an existing folder (FakePlatform would copy one of its own,
-// which a killed child would leave behind).
-struct FolderPlatform {
-    FakeMessageBox messages; FakeInputBox input; FakeSoundPlayer sound; FakeTrayIcon tray; FakeUrlOpener browser;
-    FakeColourPicker colours; FakeClock clock; FakeFileSystem files; FakeAppDirectory appDir;
-    FakeInstanceGuard instance; FakeVersionInfo version; FakeProgramEnd end; FakePictureLoader pictures;
-    FakeWallTimer wallTimer; FakeNotifier notifier; FakeAutostart autostart;
-    explicit FolderPlatform(const QString &folder) : appDir(folder) {}
-    Platform platform()
-    {
-        return Platform{messages, input, sound, tray, browser, colours, clock, files, appDir, instance, version, end, pictures, wallTimer, notifier, autostart};
-    }
-};
-
 // Child mode: load a window on the folder and save the sets in `plan` ("A",
-// "AB"; "loop" alternates until killed, or for a minute). Prints every box.
+// "B"; "loop" alternates until killed, or for a minute). Prints every box.
 int saveChild(const QString &folder, const QString &plan, int width)
 {
-    FolderPlatform fp(folder);
+    FakePlatform fp; // its own folder is left unused: a killed child would leave it behind
+    fp.appDir.directory = folder;
     mdiAlarmClock w(fp.platform());
     w.MDIForm_Load();
     std::puts("ready");
@@ -86,12 +72,8 @@ int saveChild(const QString &folder, const QString &plan, int width)
 // Child mode: hold a lock on the database until stdin closes.
 int lockChild(const QString &db, const QString &kind)
 {
-    QSqlDatabase c = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"));
-    c.setDatabaseName(db);
-    c.open();
-    QSqlQuery q(c);
-    const bool held = q.exec(QStringLiteral("BEGIN %1").arg(kind))
-                      && q.exec(QStringLiteral("UPDATE tblprogramsetting SET intColorPick = intColorPick"));
+    TestDatabase c(db, QStringLiteral("holder"));
+    const bool held = c.exec("BEGIN " + kind) && c.exec("UPDATE tblprogramsetting SET intColorPick = intColorPick");
     std::puts(held ? "held" : "failed");
     std::fflush(stdout);
     while (std::getchar() != EOF)
@@ -100,11 +82,17 @@ int lockChild(const QString &db, const QString &kind)
 }
 
 // This program again, in a child mode; started, and past its first line.
+// Its coverage counters go elsewhere: a child killed while writing them
+// would leave the build's counters corrupt.
 struct Child {
     QProcess p;
     QByteArray firstLine;
+    QTemporaryDir counters;
     Child(const QStringList &args, const std::function<void()> &inChild = {})
     {
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.insert(QStringLiteral("GCOV_PREFIX"), counters.path());
+        p.setProcessEnvironment(env);
         if (inChild)
             p.setChildProcessModifier(inChild);
         p.start(QCoreApplication::applicationFilePath(), args);
@@ -124,56 +112,11 @@ struct Child {
     }
 };
 
-// Takes write permission on the database file, or on its whole folder, away
-// from this thread. Root passes permission bits, so as root the thread also
-// acts as "nobody" towards the file system (setfsuid) until the guard ends.
-class WriteProtect {
-public:
-    WriteProtect(const QString &folder, bool wholeFolder)
-        : m_folder(QFile::encodeName(folder)), m_db(QFile::encodeName(folder + QStringLiteral("/alarmclock.mdb"))),
-          m_wholeFolder(wholeFolder)
-    {
-        chmod(m_folder, wholeFolder ? 0555 : 0755);
-        chmod(m_db, wholeFolder ? 0666 : 0444);
-        if (geteuid() == 0) {
-            setfsgid(65534);
-            setfsuid(65534);
-        }
-    }
-    ~WriteProtect()
-    {
-        setfsuid(0);
-        setfsgid(0);
-        chmod(m_folder, 0700);
-        chmod(m_db, 0644);
-    }
-    // Whether writing is really refused now.
-    bool holds() const
-    {
-        if (!m_wholeFolder)
-            return !QFile(QFile::decodeName(m_db)).open(QIODevice::ReadWrite);
-        QFile probe(QFile::decodeName(m_folder) + QStringLiteral("/probe"));
-        const bool created = probe.open(QIODevice::WriteOnly);
-        probe.remove();
-        return !created;
-    }
-
-private:
-    QByteArray m_folder, m_db;
-    bool m_wholeFolder;
-};
-
 void expectSaveError(const FakeMessageBox &messages)
 {
     QCOMPARE(messages.shown.size(), 1);
     QCOMPARE(messages.shown[0].title, QStringLiteral("ERROR"));
     QVERIFY2(messages.shown[0].text.startsWith(QStringLiteral("basSaveAlarmClocks\r\n")), qPrintable(messages.shown[0].text));
-}
-
-Platform withServices(FakePlatform &fp, SoundPlayer &sound, PictureLoader &pictures)
-{
-    return Platform{fp.messages, fp.input, sound, fp.tray, fp.browser, fp.colours, fp.clock,
-                    fp.files, fp.appDir, fp.instance, fp.version, fp.end, pictures, fp.wallTimer, fp.notifier, fp.autostart};
 }
 
 QByteArray wavHeader(quint32 dataBytes)
@@ -191,71 +134,58 @@ class FaultsTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void unwritableDatabaseFailsTheSaveAndKeepsTheRows_data()
+    // A file it may not write, or one another process holds locked: the save
+    // through the Save button fails alone, and the window keeps the rows the
+    // user typed. Under an exclusive lock the program still starts: each
+    // statement waits for the lock, then fails in its own routine.
+    void aSaveThatCannotWriteKeepsTheRows_data()
     {
-        QTest::addColumn<bool>("wholeFolder");
-        QTest::newRow("database read-only") << false;
-        QTest::newRow("folder read-only") << true;
+        QTest::addColumn<QString>("fault");
+        QTest::newRow("database read-only") << "file";
+        QTest::newRow("folder read-only") << "folder";
+        QTest::newRow("locked exclusively") << "EXCLUSIVE";
+        QTest::newRow("write-locked") << "IMMEDIATE";
     }
-    void unwritableDatabaseFailsTheSaveAndKeepsTheRows()
+    void aSaveThatCannotWriteKeepsTheRows()
     {
-        QFETCH(bool, wholeFolder);
-        LoadedMainWindow m;
-        fillSet(m.t, QLatin1Char('A'), 20);
-        m.t->basSaveAlarmClocks();
-        const QStringList before = storedRows(m.fp.testDir.dbPath());
-        QCOMPARE(before.size(), 13);
-        fillSet(m.t, QLatin1Char('B'), 20);
-        {
-            WriteProtect guard(m.fp.testDir.path(), wholeFolder);
-            if (!guard.holds())
-                QSKIP("write permission cannot be taken away here (root without setfsuid?)");
-            m.t->basSaveAlarmClocks();
-        }
-        expectSaveError(m.fp.messages);
-        QCOMPARE(storedRows(m.fp.testDir.dbPath()), before);
-    }
-
-    // Another process holding the file locked: the program starts and goes
-    // on; each statement waits for the lock, then fails in its own routine.
-    // A save that fails so keeps the rows the user typed.
-    void anotherProcessLockingTheDatabase_data()
-    {
-        QTest::addColumn<QString>("lock");
-        QTest::newRow("exclusive") << "EXCLUSIVE";
-        QTest::newRow("write lock") << "IMMEDIATE";
-    }
-    void anotherProcessLockingTheDatabase()
-    {
-        QFETCH(QString, lock);
-        if (lock == QStringLiteral("EXCLUSIVE")) {
+        QFETCH(QString, fault);
+        if (fault == "EXCLUSIVE") {
             FakePlatform fp;
-            Child holder({"--lock", fp.testDir.dbPath(), lock});
+            Child holder({"--lock", fp.testDir.dbPath(), fault});
             QCOMPARE(holder.firstLine, QByteArray("held"));
             mdiAlarmClock w(fp.platform());
             w.MDIForm_Load();
             QVERIFY(!fp.messages.shown.isEmpty());
             for (const ShownMessage &box : fp.messages.shown)
-                QVERIFY2(box.title == QStringLiteral("ERROR") && box.text.endsWith(QStringLiteral("database is locked")),
-                         qPrintable(box.text));
-            holder.p.closeWriteChannel();
-            QVERIFY(holder.p.waitForFinished(10000));
+                QVERIFY2(box.title == "ERROR" && box.text.endsWith("database is locked"), qPrintable(box.text));
         }
         LoadedMainWindow m;
         fillSet(m.t, QLatin1Char('A'), 20);
         m.t->cmdSave_Click();
         const QStringList before = storedRows(m.fp.testDir.dbPath());
-        Child holder({"--lock", m.fp.testDir.dbPath(), lock});
-        QCOMPARE(holder.firstLine, QByteArray("held"));
+        QCOMPARE(before.size(), 13);
         fillSet(m.t, QLatin1Char('B'), 20);
-        m.t->cmdSave_Click();
+        if (fault.endsWith("LUSIVE") || fault == "IMMEDIATE") {
+            Child holder({"--lock", m.fp.testDir.dbPath(), fault});
+            QCOMPARE(holder.firstLine, QByteArray("held"));
+            m.t->cmdSave_Click();
+            QVERIFY(m.fp.messages.texts().value(0).contains(QStringLiteral("database is locked")));
+        } else {
+            // Root passes permission bits, so the thread also acts as "nobody" towards the file system.
+            const QByteArray folder = QFile::encodeName(m.fp.testDir.path()), db = QFile::encodeName(m.fp.testDir.dbPath());
+            chmod(folder, fault == "folder" ? 0555 : 0755);
+            chmod(db, fault == "folder" ? 0666 : 0444);
+            setfsgid(65534);
+            setfsuid(65534);
+            auto restore = qScopeGuard([&] { setfsuid(0), setfsgid(0), chmod(folder, 0700), chmod(db, 0644); });
+            QFile probe(m.fp.testDir.filePath(fault == "folder" ? "probe" : "alarmclock.mdb"));
+            if (probe.open(QIODevice::ReadWrite))
+                QSKIP("write permission cannot be taken away here");
+            m.t->cmdSave_Click();
+        }
         expectSaveError(m.fp.messages);
-        QVERIFY(m.fp.messages.shown[0].text.contains(QStringLiteral("database is locked")));
-        QVERIFY(m.t->bDataChanged);
-        QVERIFY(m.t->txtACDetails[12]->text().startsWith(QStringLiteral("set B row 12 ")));
-        holder.p.closeWriteChannel();
-        QVERIFY(holder.p.waitForFinished(10000));
         QCOMPARE(storedRows(m.fp.testDir.dbPath()), before);
+        QVERIFY(m.t->bDataChanged && m.t->txtACDetails[12]->text().startsWith(QStringLiteral("set B row 12 ")));
     }
 
     // The save runs in a child that may not grow any file past the current
@@ -277,10 +207,9 @@ private slots:
         const QByteArray output = saver.rest();
         QCOMPARE(saver.p.exitStatus(), QProcess::NormalExit);
         QCOMPARE(saver.p.exitCode(), 0);
-        QVERIFY2(output.startsWith("box: basSaveAlarmClocks | "), output.constData());
-        QCOMPARE(output.count("box: "), 1);
+        QVERIFY2(output.startsWith("box: basSaveAlarmClocks | ") && output.count("box: ") == 1, output.constData());
         QCOMPARE(storedRows(db), before);
-        QCOMPARE(TestDatabase(db, "check").value("PRAGMA integrity_check").toString(), QStringLiteral("ok"));
+        QCOMPARE(TestDatabase(db, "check").first("PRAGMA integrity_check"), QStringLiteral("ok"));
     }
 
     // ALARMCLOCK_KILLS sets the number of kills (scripts/reliability.sh runs hundreds).
@@ -293,10 +222,7 @@ private slots:
         const QStringList setA = storedRows(db);
         QCOMPARE(Child({"--save", dir.path(), "B", "200"}).rest(), QByteArray());
         const QStringList setB = storedRows(db);
-        QCOMPARE(setA.size(), 13);
-        QCOMPARE(setB.size(), 13);
-        QVERIFY(setA != setB);
-
+        QVERIFY(setA.size() == 13 && setB.size() == 13 && setA != setB);
         int midSave = 0;
         for (int k = 0; k < kills; ++k) {
             {
@@ -331,79 +257,21 @@ private slots:
         QFETCH(QString, file);
         QFETCH(QByteArray, bytes);
         QFETCH(bool, rowSound);
-        FakePlatform fp;
-        QVERIFY(fp.testDir.writeBytes(file, bytes));
         PulseSoundPlayer player;
-        mdiAlarmClock w(withServices(fp, player, fp.pictures));
-        w.MDIForm_Load();
-        frmAlarmClock *t = w.tableWindow();
-        t->txtSoundOffTimes->setText(QStringLiteral("2"));
-        t->txtWAVEFileNamePath[0]->setText(rowSound ? fp.testDir.filePath(file) : QString());
-        t->txtACTime[0]->setText(QStringLiteral("14:06"));
-        w.state().strAlarmTimes[0] = QStringLiteral("14:06");
+        LoadedMainWindow m([&](FakePlatform &fp) { QVERIFY(fp.testDir.writeBytes(file, bytes)); },
+                           [&](FakePlatform &fp) { return withServices(fp, &player); });
+        m.t->txtSoundOffTimes->setText(QStringLiteral("2"));
+        m.t->txtWAVEFileNamePath[0]->setText(rowSound ? m.fp.testDir.filePath(file) : QString());
+        m.setRow(0, QString(), QStringLiteral("14:06"));
         QElapsedTimer took;
         took.start();
-        fp.clock.set(QDateTime(QDate(2031, 9, 30), QTime(14, 6, 0)));
-        t->tmrAlarmClock_Timer();
+        m.tickAt(QDateTime(QDate(2031, 9, 30), QTime(14, 6, 0)));
         // The clock moves on, so a real tick during the next play is no trip.
-        fp.clock.set(QDateTime(QDate(2031, 9, 30), QTime(14, 6, 15)));
-        t->tmrAlarmSound_Timer();
+        m.fp.clock.set(QDateTime(QDate(2031, 9, 30), QTime(14, 6, 15)));
+        m.t->tmrAlarmSound_Timer();
         QVERIFY2(took.elapsed() < 10000, qPrintable(QString::number(took.elapsed())));
-        QVERIFY(!t->tmrAlarmSound->isActive());
-        QVERIFY(t->chkSoundOnOff->isChecked());
-    }
-
-    void brokenPicturesAreIgnoredSilently()
-    {
-        FakePlatform fp;
-        QByteArray giant("BM\0\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\xff\xff\xff\x7f\x50\xc3\0\0\x01\0\x20\0", 30);
-        giant += QByteArray(24, '\0') + QByteArray(64, '\x7f');
-        QVERIFY(fp.testDir.writeBytes("backgroundregular.bmp", giant));
-        QVERIFY(fp.testDir.writeBytes("backgroundmatrix.bmp", giant.left(20)));
-        QVERIFY(fp.testDir.writeBytes("backgroundcustom.bmp", QByteArray()));
-        QtPictureLoader pictures;
-        mdiAlarmClock w(withServices(fp, fp.sound, pictures));
-        w.MDIForm_Load();
-        w.mnuColorMatrix_Click();
-        w.mnuColorCustom_Click();
-        QVERIFY(w.isVisible());
-        QVERIFY(fp.messages.shown.isEmpty());
-    }
-
-    // Quotes, SQL, control characters, right-to-left marks and a very long
-    // text come back exactly as typed. Blanks at either end would be trimmed
-    // on loading, as for any value, so the texts are bracketed.
-    void hostileTextRoundTripsExactly()
-    {
-        QString junk;
-        for (int b = 1; b < 256; ++b)
-            junk += QChar(b);
-        QRandomGenerator random(20311030);
-        for (int i = 0; i < 500; ++i)
-            junk += QChar(char16_t(random.bounded(1, 0xD800)));
-        const QStringList texts = {
-            QStringLiteral("it's \"quoted\" `back` \\ %s %n ?1 :name"),
-            QStringLiteral("'); DROP TABLE tblalarmclock; --"),
-            QLatin1Char('[') + junk + QLatin1Char(']'),
-            QStringLiteral(u"\u200Fright\u202Eto-left\u202C \u05E9\u05DC\u05D5\u05DD \u0627\u0644\u0633\u0644\u0627\u0645"),
-            QStringLiteral("0123456789").repeated(1000),
-        };
-        LoadedMainWindow m;
-        for (int i = 0; i < 13; ++i) {
-            m.t->txtACDetails[i]->setText(texts[i % texts.size()]);
-            m.t->txtURL[i]->setText(texts[(i + 1) % texts.size()]);
-            m.t->txtWAVEFileNamePath[i]->setText(texts[(i + 2) % texts.size()]);
-        }
-        m.t->cmdSave_Click();
-        QVERIFY(m.fp.messages.shown.isEmpty());
-        mdiAlarmClock again(m.fp.platform());
-        again.MDIForm_Load();
-        for (int i = 0; i < 13; ++i) {
-            frmAlarmClock *t = again.tableWindow();
-            QVERIFY2(t->txtACDetails[i]->text() == texts[i % texts.size()], qPrintable(QString::number(i)));
-            QVERIFY2(t->txtURL[i]->text() == texts[(i + 1) % texts.size()], qPrintable(QString::number(i)));
-            QVERIFY2(t->txtWAVEFileNamePath[i]->text() == texts[(i + 2) % texts.size()], qPrintable(QString::number(i)));
-        }
+        QVERIFY(!m.t->tmrAlarmSound->isActive());
+        QVERIFY(m.t->chkSoundOnOff->isChecked());
     }
 
     // The browser gets the address as one argument and no shell sees it: a
@@ -418,11 +286,9 @@ private slots:
         const QString address = QStringLiteral("x; touch ") + owned;
         QFile opener(bin.filePath(QStringLiteral("xdg-open")));
         QVERIFY(opener.open(QIODevice::WriteOnly));
-        opener.write(QStringLiteral("#!/bin/sh\nprintf '%s\\n' \"$#\" \"$@\" > '%1.tmp' && /bin/mv '%1.tmp' '%1'\n")
-                         .arg(args).toUtf8());
+        opener.write(QStringLiteral("#!/bin/sh\nprintf '%s\\n' \"$#\" \"$@\" > '%1.tmp' && /bin/mv '%1.tmp' '%1'\n").arg(args).toUtf8());
         opener.close();
         opener.setPermissions(QFileDevice::ExeOwner | QFileDevice::ReadOwner);
-
         QVERIFY(!DesktopUrlOpener().open(address));
         QProcess child;
         QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
@@ -430,6 +296,7 @@ private slots:
             env.remove(QString::fromLatin1(name));
         env.insert(QStringLiteral("PATH"), bin.path());
         env.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("linuxfb"));
+        env.insert(QStringLiteral("GCOV_PREFIX"), bin.path());
         child.setProcessEnvironment(env);
         child.start(QCoreApplication::applicationFilePath(), {"--open", address});
         QVERIFY(child.waitForFinished(20000));

@@ -13,12 +13,6 @@
 namespace {
 
 frmEditURL *urlEditor(LoadedMainWindow &m) { return qobject_cast<frmEditURL *>(m.w->form(SecondaryForm::EditURL)); }
-
-frmEditWAVEFileNamePath *soundEditor(LoadedMainWindow &m)
-{
-    return qobject_cast<frmEditWAVEFileNamePath *>(m.w->form(SecondaryForm::EditWAVEFileNamePath));
-}
-
 void settle() { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
 
 } // namespace
@@ -33,31 +27,28 @@ private slots:
         for (int row : {0, 12}) {
             m.t->txtURL[row]->setText(QStringLiteral("https://old.example"));
             QTest::mouseClick(m.t->cmdEditURL[row], Qt::LeftButton);
-            QCOMPARE(urlEditor(m)->lblintIndex->text(), QString::number(row + 1));
-            QCOMPARE(urlEditor(m)->txtEditURL->text(), QStringLiteral("https://old.example"));
+            QCOMPARE(QStringList({urlEditor(m)->windowTitle(), urlEditor(m)->lblintIndex->text(), urlEditor(m)->txtEditURL->text()}),
+                     QStringList({"Editing URL Row:", QString::number(row + 1), "https://old.example"}));
             m.t->bDataChanged = false;
             urlEditor(m)->txtEditURL->setText(QStringLiteral("  x; touch /tmp/owned  "));
             // Enter applies and closes; the address is kept as typed, trimmed.
             QTest::keyClick(urlEditor(m)->txtEditURL, Qt::Key_Return);
             settle();
-            QVERIFY(!urlEditor(m));
-            QCOMPARE(m.t->txtURL[row]->text(), QStringLiteral("x; touch /tmp/owned"));
-            QCOMPARE(m.t->lblUrlToolTip[row]->text(), QStringLiteral("!"));
-            QCOMPARE(m.t->lblUrlToolTip[row]->toolTip(), QStringLiteral("x; touch /tmp/owned"));
-            QVERIFY(m.t->bDataChanged);
+            QVERIFY(!urlEditor(m) && m.t->bDataChanged);
+            QCOMPARE(QStringList({m.t->txtURL[row]->text(), m.t->lblUrlToolTip[row]->text(), m.t->lblUrlToolTip[row]->toolTip(), m.t->lblUrlToolTip[row]->accessibleDescription()}),
+                     QStringList({"x; touch /tmp/owned", "!", "x; touch /tmp/owned", "x; touch /tmp/owned"}));
         }
         // Saving reloads, and the edited mark becomes the stored one.
         m.t->cmdSave_Click();
         QCOMPARE(m.t->lblUrlToolTip[0]->text(), QStringLiteral("*"));
-
         // Blanks only clear the address; Clear empties only the box.
         m.t->cmdEditURL_Click(0);
         urlEditor(m)->cmdClearForm_Click();
         QCOMPARE(m.t->txtURL[0]->text(), QStringLiteral("x; touch /tmp/owned"));
         urlEditor(m)->txtEditURL->setText(QStringLiteral("   "));
         urlEditor(m)->cmdApply_Click();
-        QCOMPARE(m.t->lblUrlToolTip[0]->text(), QStringLiteral("?"));
-        QCOMPARE(m.t->lblUrlToolTip[0]->toolTip(), QStringLiteral("Reveals the URL description."));
+        QCOMPARE(QStringList({m.t->lblUrlToolTip[0]->text(), m.t->lblUrlToolTip[0]->toolTip(), m.t->lblUrlToolTip[0]->accessibleDescription()}),
+                 QStringList({"?", "Reveals the URL description.", "Reveals the URL description."}));
     }
 
     void theOpenButtonUsesTheBrowserOrLeadsToTheEditor()
@@ -68,14 +59,11 @@ private slots:
         m.t->cmdOpenURL_Click(4);
         QCOMPARE(m.fp.browser.opened, (QStringList{"https://example.org/x", "https://example.org/x"}));
         QVERIFY(!urlEditor(m));
-        m.t->cmdOpenURL_Click(5);
-        QCOMPARE(m.fp.browser.opened.size(), 2);
-        QCOMPARE(urlEditor(m)->lblintIndex->text(), QStringLiteral("6"));
-
+        m.t->cmdOpenURL_Click(5); // no address: the editor instead
+        QVERIFY(m.fp.browser.opened.size() == 2 && urlEditor(m)->lblintIndex->text() == "6");
         m.fp.browser.result = false;
         m.t->cmdOpenURL_Click(4);
-        QCOMPARE(m.fp.messages.shown.size(), 1);
-        QVERIFY(m.fp.messages.shown[0].text.startsWith(QStringLiteral("cmdOpenURL_Click\r\n")));
+        QVERIFY(m.fp.messages.shown.size() == 1 && m.fp.messages.shown[0].text.startsWith(QStringLiteral("cmdOpenURL_Click\r\n")));
     }
 
     void theSoundEditorAppliesDefaultsAndTests()
@@ -83,39 +71,32 @@ private slots:
         LoadedMainWindow m;
         m.t->txtWAVEFileNamePath[12]->setText(QStringLiteral("/old.wav"));
         QTest::mouseClick(m.t->cmdSoundRow[12], Qt::LeftButton);
-        frmEditWAVEFileNamePath *e = soundEditor(m);
-        QCOMPARE(e->lblintIndex->text(), QStringLiteral("13"));
-        QCOMPARE(e->txtEditWAVEFileNamePath->text(), QStringLiteral("/old.wav"));
-
-        const QString wav = m.fp.testDir.path() + QStringLiteral("/alarm.wav");
+        auto *e = qobject_cast<frmEditWAVEFileNamePath *>(m.w->form(SecondaryForm::EditWAVEFileNamePath));
+        QCOMPARE(e->windowTitle(), "WAV File Name Pathing:");
+        QCOMPARE(e->lblintIndex->text() + "|" + e->txtEditWAVEFileNamePath->text(), QStringLiteral("13|/old.wav"));
+        const QString wav = m.fp.testDir.filePath(QStringLiteral("alarm.wav"));
         e->cmdDefaultPath_Click();
-        QCOMPARE(e->txtEditWAVEFileNamePath->text(), wav);
-        QCOMPARE(m.t->txtWAVEFileNamePath[12]->text(), QStringLiteral("/old.wav"));
+        QCOMPARE(e->txtEditWAVEFileNamePath->text() + "|" + m.t->txtWAVEFileNamePath[12]->text(), wav + "|/old.wav");
         e->cmdSoundTest_Click();
         QCOMPARE(m.fp.sound.played, QStringList{wav});
-
-        const QString empty = QStringLiteral("Please enter your custom path or use the 'D'efault button to let the "
-                                             "program set you a path.");
+        const QString empty = QStringLiteral("Please enter your custom path or use the 'D'efault button to let the program set you a path.");
         for (const QString &path : {QString(), QStringLiteral("   "), QStringLiteral("/no/such.wav")}) {
             e->txtEditWAVEFileNamePath->setText(path);
             e->cmdSoundTest_Click();
             const ShownMessage shown = m.fp.messages.shown.takeLast();
             const bool blank = path.trimmed().isEmpty();
-            QCOMPARE(shown.title, blank ? QStringLiteral("NO PATH ENTERED") : QStringLiteral("PATH NOT FOUND"));
-            QCOMPARE(shown.text, blank ? empty : QStringLiteral("Missing the file:\r\n/no/such.wav"));
+            QCOMPARE(shown.title + "|" + shown.text, blank ? "NO PATH ENTERED|" + empty : QStringLiteral("PATH NOT FOUND|Missing the file:\r\n/no/such.wav"));
             QCOMPARE(shown.buttons, MsgButtons::OkCancel);
         }
         QCOMPARE(m.fp.sound.played.size(), 1);
-
         // A missing file is applied without complaint; closing runs the close sequence.
         e->txtEditWAVEFileNamePath->setText(QStringLiteral("  /no/such/file.wav "));
         m.w->resize(900, 700);
+        m.t->bDataChanged = false;
         QTest::keyClick(e->txtEditWAVEFileNamePath, Qt::Key_Return);
         settle();
         QCOMPARE(m.t->txtWAVEFileNamePath[12]->text(), QStringLiteral("/no/such/file.wav"));
-        QVERIFY(m.fp.messages.shown.isEmpty());
-        QCOMPARE(m.w->size(), QSize(804, 616));
-        QVERIFY(m.w->tableSubWindow()->isMaximized());
+        QVERIFY(m.t->bDataChanged && m.fp.messages.shown.isEmpty() && m.w->size() == QSize(804, 616) && m.w->tableSubWindow()->isMaximized());
     }
 };
 

@@ -5,9 +5,7 @@
 #include <QList>
 
 struct InputRequest {
-    QString prompt;
-    QString title;
-    QString defaultText;
+    QString prompt, title, defaultText;
 };
 
 // Answers from `answers` in order, then "" (as if cancelled).
@@ -15,6 +13,9 @@ class FakeInputBox : public InputBox {
 public:
     QList<QString> answers;
     QList<InputRequest> asked;
-
-    QString ask(const QString &prompt, const QString &title, const QString &defaultText) override;
+    QString ask(const QString &prompt, const QString &title, const QString &defaultText) override
+    {
+        asked.append({prompt, title, defaultText});
+        return answers.isEmpty() ? QString() : answers.takeFirst();
+    }
 };

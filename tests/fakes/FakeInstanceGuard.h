@@ -5,7 +5,5 @@
 class FakeInstanceGuard : public InstanceGuard {
 public:
     bool running = false;
-    int calls = 0;
-
-    bool previousInstanceRunning() override;
+    bool previousInstanceRunning() override { return running; }
 };

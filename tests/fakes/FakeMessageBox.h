@@ -3,6 +3,7 @@
 #include "platform/MessageBox.h"
 
 #include <QList>
+#include <QStringList>
 #include <functional>
 
 struct ShownMessage {
@@ -21,7 +22,20 @@ public:
     // Runs while the box is "open", before it is answered.
     std::function<void(const ShownMessage &)> onShow;
 
-    MsgResult show(const QString &text, MsgButtons buttons, MsgIcon icon, const QString &title) override;
-
-    QStringList texts() const;
+    MsgResult show(const QString &text, MsgButtons buttons, MsgIcon icon, const QString &title) override
+    {
+        shown.append({text, buttons, icon, title});
+        if (onShow)
+            onShow(shown.constLast());
+        if (!answers.isEmpty())
+            return answers.takeFirst();
+        return buttons == MsgButtons::YesNo ? MsgResult::Yes : MsgResult::Ok;
+    }
+    QStringList texts() const
+    {
+        QStringList result;
+        for (const ShownMessage &message : shown)
+            result.append(message.text);
+        return result;
+    }
 };

@@ -12,6 +12,9 @@ struct ProgramEnded : std::exception {
 class FakeProgramEnd : public ProgramEnd {
 public:
     bool ended = false;
-
-    [[noreturn]] void endProgram() override;
+    [[noreturn]] void endProgram() override
+    {
+        ended = true;
+        throw ProgramEnded();
+    }
 };

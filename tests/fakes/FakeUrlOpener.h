@@ -8,6 +8,9 @@ class FakeUrlOpener : public UrlOpener {
 public:
     QStringList opened;
     bool result = true;
-
-    bool open(const QString &address) override;
+    bool open(const QString &address) override
+    {
+        opened.append(address);
+        return result;
+    }
 };

@@ -4,11 +4,8 @@
 
 class FakeVersionInfo : public VersionInfo {
 public:
-    int maj = 1;
-    int min = 0;
-    int rev = 5;
-
-    int major() const override;
-    int minor() const override;
-    int revision() const override;
+    int maj = 1, min = 0, rev = 5;
+    int major() const override { return maj; }
+    int minor() const override { return min; }
+    int revision() const override { return rev; }
 };

@@ -3,7 +3,6 @@
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QSqlRecord>
-#include <QString>
 #include <QStringList>
 #include <QVariant>
 
@@ -29,15 +28,7 @@ public:
             q.addBindValue(v);
         return q.exec();
     }
-    // The first column of the first row, or an invalid value.
-    QVariant value(const QString &sql)
-    {
-        QSqlQuery q(QSqlDatabase::database(m_name));
-        if (!q.exec(sql) || !q.next())
-            return QVariant();
-        return q.value(0);
-    }
-    // Every row's columns joined with "|", in query order.
+    // Every row's columns joined with "|" (Null as "NULL"), in query order.
     QStringList rows(const QString &sql)
     {
         QStringList out;
@@ -52,6 +43,7 @@ public:
         }
         return out;
     }
+    QString first(const QString &sql) { return rows(sql).value(0); }
 
 private:
     QString m_name;

@@ -156,8 +156,8 @@ private slots:
         m.w->mnuSoundOn->trigger();
         QCOMPARE(m.fp.sound.played.size(), 1);
         QVERIFY(!m.t->chkSoundOnOff->isChecked() && m.w->mnuSoundOff->isChecked());
-        QCOMPARE(TestDatabase(m.fp.testDir.dbPath()).value(QStringLiteral("SELECT booSound FROM tblprogramsetting")).toInt(),
-                 0);
+        QCOMPARE(TestDatabase(m.fp.testDir.dbPath()).first(QStringLiteral("SELECT booSound FROM tblprogramsetting")),
+                 QStringLiteral("0"));
     }
 
     void aRowsOwnSoundPlaysWhileTheClockTicksOn()

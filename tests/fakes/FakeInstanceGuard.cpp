@@ -1,7 +1,0 @@
-#include "fakes/FakeInstanceGuard.h"
-
-bool FakeInstanceGuard::previousInstanceRunning()
-{
-    ++calls;
-    return running;
-}

@@ -1,7 +1,0 @@
-#include "fakes/FakeProgramEnd.h"
-
-void FakeProgramEnd::endProgram()
-{
-    ended = true;
-    throw ProgramEnded();
-}

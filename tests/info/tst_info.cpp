@@ -1,0 +1,66 @@
+// The About window and the table-design sheet.
+
+#include "fakes/LoadedMainWindow.h"
+#include "info/frmAbout.h"
+#include "info/frmTables.h"
+
+#include <QFrame>
+#include <QLabel>
+#include <QMdiSubWindow>
+#include <QMouseEvent>
+#include <QTest>
+
+class InfoTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void aboutShowsTheVersionTheEggAndClosesInSequence()
+    {
+        LoadedMainWindow m(withSql({"UPDATE tblprogramsetting SET strVersion = '3.7b'"}));
+        m.fp.version.maj = 2, m.fp.version.min = 1, m.fp.version.rev = 12;
+        auto *w = qobject_cast<frmAbout *>(m.w->showForm(SecondaryForm::About));
+        QVERIFY(QTest::qWaitForWindowExposed(w));
+        QCOMPARE(w->windowTitle() + "|" + w->lblAboutBox[4]->text(), "About|Version: 3.7b [EXE: 2.112]");
+        // Every move over the flag flips the egg.
+        for (int i = 0; i < 3; ++i) {
+            const bool shown = w->lblEgg->isVisible();
+            QMouseEvent move(QEvent::MouseMove, QPointF(4 + 3 * i, 10), QPointF(), Qt::NoButton, {}, {});
+            QApplication::sendEvent(w->picCanadaFlag, &move);
+            QCOMPARE(w->lblEgg->isVisible(), !shown);
+        }
+        // A left double-click on a label brings the egg back and toggles the old pictures.
+        for (const bool older : {true, false}) {
+            QTest::mouseDClick(w->lblAboutBox[older ? 1 : 4], Qt::LeftButton);
+            QVERIFY(w->lblEgg->text() == "2011 pixs other is 1996 me!" && w->lblEgg->isVisible() && w->picOlderPellowick1->isVisible() == older);
+        }
+        QPointer<QWidget> legend = m.w->showForm(SecondaryForm::Legend);
+        m.w->resize(900, 700);
+        m.w->tableSubWindow()->showNormal();
+        QVERIFY(w->close());
+        QVERIFY(m.w->size() == QSize(804, 616) && m.w->tableSubWindow()->isMaximized() && (!legend || !legend->isVisible()));
+    }
+
+    // Each group lists its table's columns; red marks exactly the unused ones
+    // and the key. The sheet never opens a database.
+    void theTableSheetListsTheColumnsWithTheUnusedInRed()
+    {
+        frmTables w;
+        QCOMPARE(w.windowTitle(), "Table Design");
+        QStringList alarms, red;
+        for (const QLabel *l : w.Picture2->findChildren<QLabel *>())
+            alarms << l->text().section(' ', 0, 0);
+        for (const QLabel *l : w.findChildren<QLabel *>())
+            if (l->palette().color(l->foregroundRole()) == QColor(255, 0, 0))
+                red << l->objectName();
+        red.sort();
+        QCOMPARE(alarms.join(' '), "tblAlarmClock lngalarmclockid dtalarmclockmmmddyyyy dtalarmclockhhnn stralarmclock "
+                                   "strURL strWAVEFileNamePath strSecondsCountDown strRepeatTheTimeDDHHMM");
+        QCOMPARE(w.Picture1->findChildren<QLabel *>().size(), 17);
+        QCOMPARE(w.findChild<QLabel *>("Label23")->text(), "intRemaingLowerMinutes");
+        QCOMPARE(red, (QStringList{"Label16", "Label24", "Label25", "Label26", "Label3"}));
+        QVERIFY(QSqlDatabase::connectionNames().isEmpty());
+    }
+};
+
+QTEST_MAIN(InfoTest)
+#include "tst_info.moc"

@@ -1,0 +1,285 @@
+// The value rules: dates, times, numbers, colours, countdowns, row states,
+// the tray tip and the tick schedule. Pure functions, so each family is one table.
+
+#include <QTest>
+
+// After <QTest> on purpose: the headers must survive Qt's "slots" macro.
+#include "appearance/ColourText.h"
+#include "rules/AlarmMoment.h"
+#include "rules/AppError.h"
+#include "rules/CountdownText.h"
+#include "rules/DateText.h"
+#include "rules/RowState.h"
+#include "rules/TimeRowArithmetic.h"
+#include "rules/TimeText.h"
+#include "rules/ValueConversions.h"
+#include "shell/TrayTip.h"
+#include "table/TickSchedule.h"
+
+#include <QElapsedTimer>
+#include <QTimeZone>
+#include <array>
+#include <limits>
+
+Q_DECLARE_METATYPE(RowState)
+
+class RulesTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void dates_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QDate>("expected"); // invalid = not a date
+        QTest::newRow("mmm d, yyyy") << "  Sep   30 ,2031 " << QDate(2031, 9, 30);
+        QTest::newRow("d mmmm yyyy") << "30 SEPTEMBER, 2031" << QDate(2031, 9, 30);
+        QTest::newRow("m/d/yyyy") << "09/5/2031" << QDate(2031, 9, 5);
+        QTest::newRow("yy 29 is 2029") << "1/2/29" << QDate(2029, 1, 2);
+        QTest::newRow("yy 30 is 1930") << "1/2/30" << QDate(1930, 1, 2);
+        QTest::newRow("iso") << "2031-9-05" << QDate(2031, 9, 5);
+        QTest::newRow("leap day of 2000") << "2/29/2000" << QDate(2000, 2, 29);
+        for (const char *text : {"Feb 29 2031", "2/29/1900", "13/1/2031", "2031-09-00", "Jan 1 0099", "1/1/10000",
+                                 "Sep 30 31", "tomorrow", "   ", "Sep 30 2031 x", "9/30/2031 10:00", "9/30-2031",
+                                 ", Sep 30 2031", "Sept 30 2031", "9/30/99999999999999999999"})
+            QTest::newRow(text) << text << QDate();
+        // Long enough that a backtracking pattern would hang the clock.
+        QTest::newRow("half a million characters") << QStringLiteral("1/").repeated(1 << 18) << QDate();
+    }
+    void dates()
+    {
+        QFETCH(QString, text);
+        QFETCH(QDate, expected);
+        QElapsedTimer timer;
+        timer.start();
+        QCOMPARE(parseDate(text).value_or(QDate()), expected);
+        QVERIFY(timer.elapsed() < 500);
+        QCOMPARE(formatDateText(text), expected.isValid() ? formatDate(expected) : text);
+    }
+
+    void readOutAndTipTime()
+    {
+        for (int month = 1; month <= 12; ++month)
+            for (const QTime t : {QTime(0, 0, 0), QTime(9, 5, 7), QTime(23, 59, 59)}) {
+                const QDateTime moment(QDate(2031, month, month + 17), t);
+                QCOMPARE(formatNowText(moment), QLocale::c().toString(moment, QStringLiteral("MMM dd, yyyy HH:mm:ss")));
+            }
+        QCOMPARE(formatNowText(QDateTime(QDate(7, 1, 2), QTime(3, 4, 5))), QStringLiteral("Jan 02, 0007 03:04:05"));
+        QVERIFY(formatNowText(QDateTime()).isEmpty());
+        QCOMPARE(formatAlarmTipTime(QDateTime(QDate(2031, 9, 3), QTime(7, 5, 9))), QStringLiteral("Sep, 03 at 07:05"));
+    }
+
+    void times()
+    {
+        // {input, formatTimeText, normaliseTime}
+        const char *const cases[][3] = {
+            {"7:5", "07:05", ""},         {"07:30:59", "07:30", ""},   {" 7:30", "07:30", "07:30"},
+            {"23:59", "23:59", "23:59"},  {"24:60", "24:60", "00:00"}, {"12:75", "12:75", "12:00"},
+            {"12:00:60", "12:00:60", ""}, {"99:9x", "99:9x", ""}, {"-3:5", "-3:5", ""}, {"12::3", "12::3", ""},
+            {"0730:", "0730:", ""}, {"ab:cd", "ab:cd", ""},
+        };
+        for (const auto &c : cases) {
+            const QString text = QString::fromLatin1(c[0]);
+            QCOMPARE(formatTimeText(text), QString::fromLatin1(c[1]));
+            QCOMPARE(parseTimeOfDay(text).has_value(), QTime::fromString(QString::fromLatin1(c[1]), "HH:mm").isValid());
+            QCOMPARE(normaliseTime(text), QString::fromLatin1(c[2]));
+        }
+        // Digits, the colon and backspace pass; a blank becomes a colon; nothing else.
+        QString kept;
+        for (const QChar c : QStringLiteral("\b/09:; a\t\u0660\uFF10"))
+            kept += filterTimeKey(c).value_or(u'x');
+        QCOMPARE(kept, QStringLiteral("\bx09:x:xxxx"));
+    }
+
+    void arithmetic()
+    {
+        // Across Europe's March 2031 clock change the count stays in whole days.
+        QCOMPARE(secondsUntil(QDateTime(QDate(2031, 3, 29), QTime(12, 0)), QDate(2031, 3, 31), "12:00"), 2 * 86400);
+        const QDateTime morning(QDate(2031, 9, 30), QTime(10, 45, 30));
+        QCOMPARE(secondsUntil(morning, morning.date(), "10:45:31"), 1);
+        QVERIFY_THROWS_EXCEPTION(AppError, secondsUntil(morning, morning.date(), "24:00"));
+        QVERIFY_THROWS_EXCEPTION(AppError, secondsUntil(morning, QDate(9999, 12, 31), "10:00"));
+        auto target = [&](int days, int hours, int minutes) {
+            const TimeRowTarget t = calculateDayHourMins(morning, days, hours, minutes);
+            return t.dateText + QLatin1Char('|') + t.timeText;
+        };
+        QCOMPARE(target(2, 14, 0), QStringLiteral("Oct 03, 2031|00:45"));
+        QCOMPARE(target(0, 0, 15), QStringLiteral("Sep 30, 2031|11:00")); // the sixtieth minute carries
+        QCOMPARE(target(0, 0, 1440 * 365), QStringLiteral("Sep 29, 2032|10:45")); // through Feb 29
+        QCOMPARE(target(-30, -13, -40), QStringLiteral("Aug 31, 2031|-3:5"));     // left unpadded
+        const int max = 0x7FFFFFFF;
+        for (const auto &o : {std::array{3000000, 0, 0}, {-800000, 0, 0}, {0, max, 0}, {0, 0, max}, {max, 24, 0}})
+            QVERIFY_THROWS_EXCEPTION(AppError, target(o[0], o[1], o[2]));
+    }
+
+    void numbers_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("integer");
+        QTest::addColumn<int>("longInt");
+        QTest::addColumn<double>("real");
+        QTest::newRow("blanks and sign") << " \t-7 " << -7 << -7 << -7.0;
+        QTest::newRow("true any case") << " tRuE " << -1 << -1 << -1.0;
+        QTest::newRow("half to even down") << "2.5" << 2 << 2 << 2.5;
+        QTest::newRow("half to even up") << "-3.5" << -4 << -4 << -3.5;
+        QTest::newRow("exponent") << "+25E-1" << 2 << 2 << 2.5;
+        QTest::newRow("int16 edge") << "-32768" << -32768 << -32768 << -32768.0;
+        QTest::newRow("rounds into int16 overflow") << "32767.5" << 0 << 32768 << 32767.5;
+        QTest::newRow("int32 min") << "-2147483648" << 0 << std::numeric_limits<qint32>::min() << -2147483648.0;
+        QTest::newRow("int32 overflow") << "2147483648" << 0 << 0 << 2147483648.0;
+        QTest::newRow("double overflow") << "1e400" << 0 << 0 << 0.0;
+        QTest::newRow("hex only for 32-bit") << " &hFFFF " << 0 << 65535 << 0.0;
+        QTest::newRow("hex 32-bit pattern") << "&HFFFFFFFF" << 0 << -1 << 0.0;
+        for (const char *junk : {"", "inf", "nan", "0x10", "12abc", "- 5", "1,000", "&H", "&HFF&"})
+            QTest::newRow(junk) << junk << 0 << 0 << 0.0;
+        QTest::newRow("non-ascii digits") << QStringLiteral(u"\u0661\u0662") << 0 << 0 << 0.0;
+    }
+    void numbers()
+    {
+        QFETCH(QString, text);
+        QFETCH(int, integer);
+        QFETCH(int, longInt);
+        QFETCH(double, real);
+        QCOMPARE(integerValue(text), qint16(integer));
+        QCOMPARE(longValue(text), qint32(longInt));
+        QCOMPARE(doubleValue(text), real);
+    }
+
+    void variantsWholePartAndCountdown()
+    {
+        QCOMPARE(textValue(QVariant(" \tWake  up ")), QStringLiteral("Wake  up"));
+        QCOMPARE(textValue(QVariant(false)), QStringLiteral("False"));
+        QCOMPARE(integerValue(QVariant(40000)), qint16(0));
+        QCOMPARE(longValue(QVariant(QDate(2031, 9, 30))), 0);
+        QCOMPARE(wholePart(-2.9), -2.0);
+        QCOMPARE(wholePart(0.9999999999999999), 1.0); // 15 significant digits round up
+        QCOMPARE(wholePart(1e-5), 0.0);
+        QCOMPARE(wholePart(1.5e15), 1.5e15);
+        QCOMPARE(wholePart(std::numeric_limits<double>::lowest()), std::numeric_limits<double>::lowest());
+        QStringList countdowns;
+        for (const qint32 seconds : {90061, 86399, 1, 0, -3600, std::numeric_limits<qint32>::max()})
+            countdowns << strPrintCountDownHours(seconds, "*");
+        QCOMPARE(countdowns, QStringList({"1d 1h 1m 1s ", "0d 23h 59m 59s ", "0d 0h 0m 1s ", "*", "*", "24855d 3h 14m 7s "}));
+    }
+
+    void colourText_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("expected");
+        QTest::newRow("hex with marker") << "&H00C000C0&" << 12583104;
+        QTest::newRow("six digits are 32-bit") << "&HC000C0" << 12583104;
+        QTest::newRow("four digits sign-extend") << "&HFFFF" << -1;
+        QTest::newRow("four digits with marker") << "&HFFFF&" << 65535;
+        QTest::newRow("positive 16-bit") << "&H7fff" << 32767;
+        QTest::newRow("five digits") << "&H0FFFF" << 65535;
+        QTest::newRow("eight digits") << "&HFFFFFFFF" << -1;
+        QTest::newRow("digits end at junk") << "&HFFxyz" << 255;
+        QTest::newRow("decimal, blanks") << " 12583104 " << 12583104;
+        QTest::newRow("negative") << "-5" << -5;
+        QTest::newRow("exponent") << "1e3" << 1000;
+        QTest::newRow("half to even") << "2.5" << 2;
+        QTest::newRow("int32 max") << "2147483647" << 2147483647;
+        for (const char *zero : {"", "&H123456789", "&H", "&HZZ", "&h10", "2147483648", "red", "True", " &HFF"})
+            QTest::newRow(zero) << zero << 0;
+    }
+    void colourText()
+    {
+        QFETCH(QString, text);
+        QFETCH(int, expected);
+        QCOMPARE(colourFromText(text), qint32(expected));
+    }
+
+    // Seconds left, dated or daily, the state and its Regular, Matrix and Custom (slot; 0 = left alone) colours.
+    void rowStates_data()
+    {
+        QTest::addColumn<int>("seconds");
+        QTest::addColumn<bool>("dated");
+        QTest::addColumn<RowState>("state");
+        QTest::addColumn<int>("regular");
+        QTest::addColumn<int>("matrix");
+        QTest::addColumn<int>("customSlot");
+        using S = RowState;
+        QTest::newRow("3601 dated") << 3601 << true << S::FarAhead << 0xFFFFFF << 0x008000 << 3;
+        QTest::newRow("3601 daily") << 3601 << false << S::FarAhead << 0xFFFFFF << 0x008000 << 0;
+        QTest::newRow("3600") << 3600 << false << S::WithinHour << 0x00FFFF << 0x00C000 << 5;
+        QTest::newRow("481") << 481 << true << S::WithinHour << 0x00FFFF << 0x00C000 << 5;
+        QTest::newRow("480") << 480 << false << S::WithinEight << 0x00FF00 << 0x00FF00 << 4;
+        QTest::newRow("0 dated") << 0 << true << S::Sounded << 0x0000FF << 0x00FFFF << 6;
+        QTest::newRow("0 daily") << 0 << false << S::PassedLong << 0xFFFFFF << 0x007007 << 3;
+        QTest::newRow("-1 daily") << -1 << false << S::JustPassed << 0x0000FF << 0x00FFFF << 4;
+        QTest::newRow("-300 daily") << -300 << false << S::JustPassed << 0x0000FF << 0x00FFFF << 4;
+        QTest::newRow("-301 daily") << -301 << false << S::PassedWithinHour << 0x80FF80 << 0x80FF80 << 7;
+        QTest::newRow("-3600 daily") << -3600 << false << S::PassedWithinHour << 0x80FF80 << 0x80FF80 << 7;
+        QTest::newRow("-3601 daily") << -3601 << false << S::PassedLong << 0xFFFFFF << 0x007007 << 3;
+        QTest::newRow("INT_MIN daily") << std::numeric_limits<qint32>::min() << false << S::PassedLong << 0xFFFFFF << 0x007007 << 3;
+    }
+    void rowStates()
+    {
+        QFETCH(int, seconds);
+        QFETCH(bool, dated);
+        QFETCH(RowState, state);
+        QFETCH(int, regular);
+        QFETCH(int, matrix);
+        QFETCH(int, customSlot);
+        CustomColours custom;
+        for (int n = 1; n <= 10; ++n)
+            custom.setSlot(n, 0x010000 * n);
+        QCOMPARE(classifyRow(dated, seconds), state);
+        QList<std::optional<qint32>> colours;
+        for (int scheme = 0; scheme < 4; ++scheme)
+            colours << rowStateColour(state, dated, scheme, custom);
+        QCOMPARE(colours, (QList<std::optional<qint32>>{regular, matrix, customSlot ? std::optional<qint32>(0x010000 * customSlot) : std::nullopt, std::nullopt}));
+    }
+
+    void trayTip_data()
+    {
+        QTest::addColumn<int>("nameLength");
+        QTest::addColumn<QString>("message");
+        QTest::addColumn<QString>("shown"); // the text before the NUL; N = name
+        const QString clickMe = QStringLiteral("] Double LEFT Click me.");
+        const QString msg = QStringLiteral("Alarm at 07:30");
+        for (int n : {15, 16, 40}) // from 40 characters on the text fills the field and its NUL is cut off
+            QTest::addRow("%d, no message", n) << n << "" << QString('[' + QString(n, 'N') + clickMe);
+        QTest::newRow("60, no message") << 60 << "" << QString('[' + QString(60, 'N') + "] D");
+        QTest::newRow("10, message") << 10 << msg << QString('[' + QString(10, 'N') + "..]" + msg);
+        for (int n : {15, 16, 60})
+            QTest::addRow("%d, message", n) << n << msg << QString('[' + QString(15, 'N') + "..]" + msg);
+        QTest::newRow("long message") << 16 << QString(60, 'm') << QString('[' + QString(15, 'N') + "..]" + QString(45, 'm'));
+    }
+    void trayTip()
+    {
+        QFETCH(int, nameLength);
+        QFETCH(QString, message);
+        QFETCH(QString, shown);
+        const QString field = trayTipField(QString(nameLength, QLatin1Char('N')), message);
+        QCOMPARE(field, shown.size() < 64 ? (shown + QChar(0)).leftJustified(64, QLatin1Char(' ')) : shown);
+        QCOMPARE(visibleTrayTip(field), shown);
+        QCOMPARE(visibleTrayTip(QString("ab  " + QString(QChar(0)) + "cd")), QStringLiteral("ab  "));
+        QCOMPARE(visibleTrayTip(QStringLiteral("  ab  ")), QStringLiteral("  ab"));
+    }
+
+    void nextTick()
+    {
+        const QDate day(2031, 12, 31);
+        for (int ms : {0, 1, 500, 999}) {
+            QCOMPARE(nextTickAt(QDateTime(day, QTime(14, 5, 7, ms)), false), QDateTime(day, QTime(14, 5, 8)));
+            QCOMPARE(nextTickAt(QDateTime(day, QTime(14, 5, 7, ms)), true), QDateTime(day, QTime(14, 6, 0)));
+        }
+        // The first second of a minute sleeps a whole minute, not none.
+        QCOMPARE(nextTickAt(QDateTime(day, QTime(14, 5, 0)), true), QDateTime(day, QTime(14, 6, 0)));
+        QCOMPARE(nextTickAt(QDateTime(day, QTime(23, 59, 59, 999)), false), QDateTime(QDate(2032, 1, 1), QTime(0, 0)));
+        QCOMPARE(nextTickAt(QDateTime(day, QTime(23, 59, 1)), true), QDateTime(QDate(2032, 1, 1), QTime(0, 0)));
+        // In the hour a clock turns back, 02:00:00.400 happens twice; from
+        // the first, the next tick is 0.6 s away, not an hour.
+        const QTimeZone berlin("Europe/Berlin");
+        if (berlin.isValid()) {
+            const qint64 first = QDateTime(QDate(2031, 10, 26), QTime(0, 0, 0, 400), QTimeZone::utc()).toMSecsSinceEpoch();
+            const QDateTime ambiguous = QDateTime::fromMSecsSinceEpoch(first, berlin);
+            QCOMPARE(ambiguous.time(), QTime(2, 0, 0, 400));
+            QCOMPARE(nextTickAt(ambiguous, false).toMSecsSinceEpoch() - first, 600);
+            QCOMPARE(nextTickAt(ambiguous, true).toMSecsSinceEpoch() - first, 59600);
+        }
+    }
+};
+
+QTEST_GUILESS_MAIN(RulesTest)
+#include "tst_rules.moc"

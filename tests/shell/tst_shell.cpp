@@ -1,0 +1,406 @@
+// The main window: start-up and its failures, the menu, renaming, the tray
+// and shutdown.
+
+#include "fakes/LoadedMainWindow.h"
+#include "shell/CursorBlinkRest.h"
+#include "shell/TrayTip.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPointer>
+#include <QTest>
+
+namespace {
+
+bool load(mdiAlarmClock &w)
+{
+    try {
+        w.MDIForm_Load();
+        return true;
+    } catch (const ProgramEnded &) {
+        return false;
+    }
+}
+
+// The checked menu commands, in menu order.
+QStringList checkedCommands(const mdiAlarmClock &w)
+{
+    QStringList names;
+    for (const QAction *a : w.findChildren<QAction *>())
+        if (a->isChecked())
+            names << a->objectName();
+    return names;
+}
+
+// The menu as "caption[mark]" entries, indented by depth; hidden ones in parentheses.
+void dumpMenu(const QList<QAction *> &actions, int depth, QStringList &out)
+{
+    for (QAction *a : actions) {
+        out << QString(depth, u' ') + (a->isVisible() ? a->text() : "(" + a->text() + ")") + (!a->isCheckable() ? "" : a->isChecked() ? "[x]" : "[ ]");
+        if (a->menu())
+            dumpMenu(a->menu()->actions(), depth + 1, out);
+    }
+}
+
+// Logs the Close events of the windows it watches into the tray's call log,
+// so their order against the tray's own calls shows.
+struct CloseLog : QObject {
+    QStringList &log;
+    explicit CloseLog(QStringList &l) : log(l) {}
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::Close)
+            log << "close:" + watched->objectName();
+        return false;
+    }
+};
+
+struct FailingTray : FakeTrayIcon {
+    void add(const QString &) override { throw AppError(5, QStringLiteral("Invalid procedure call")); }
+};
+
+QString err(const char *routine, const QString &error = "1\r\nno such table: tblprogramsetting") { return QStringLiteral("ERROR|%1\r\n%2|0").arg(routine, error); }
+
+const QStringList kShipped{"mnuSoundOn", "mnuPopupFormOff", "mnuDeactivateTimeRow", "mnuMinimizedToTrayOn", "mnuColorRegular"};
+const QStringList kNoDb{"ERROR! DATABASE FILE NOT FOUND|Missing the file:\r\n%DB|1", "ERROR! DATABASE FILE NOT FOUND|The program cannot continue without the database.|1"};
+const QStringList kMyDb{"|MyDB ERROR,\r\nFILE PATH:\r\n%DB\r\nError #26\r\nfile is not a database|0", "|The application will now close safely, contact your developer.|0"};
+
+} // namespace
+
+class ShellTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void theMenuAsDesigned()
+    {
+        FakePlatform fp;
+        mdiAlarmClock w(fp.platform());
+        QStringList menu;
+        dumpMenu(w.menuBar()->actions(), 0, menu);
+        QCOMPARE(menu.join(u'/'), "Program/ Alarm Clock/ Cancel Menu Selection/ Exit/Utilities/ Sound/  Sound On[x]/  Sound Off[ ]/"
+                                  " On Alarm Popup Form/  Popup Form On[ ]/  Popup Form Off[x]/ Time Row/  Activate Time Row[ ]/"
+                                  "  Deactivate Time Row[x]/ Minimize To Tray/  Minimize To Tray Allowed[x]/  Minimized To Tray Disabled[ ]/"
+                                  "  Minimize To Tray Now/ Change Program Name/ Limit Application Questions Asked[ ]/ Start at Login[ ]/ Colors/"
+                                  "  Regular[x]/"
+                                  "  Matrix[ ]/  Custom[ ]/  Modify Custom Colors/Help/ About/ Legend/(Administration Mode)/ Tables");
+    }
+
+    // Start, bring the windows back, exit: the database is let go first,
+    // then the tray icon, then every window, the last opened first.
+    void aNormalRunAndItsShutdown()
+    {
+        FakePlatform fp;
+        mdiAlarmClock w(fp.platform());
+        QVERIFY(load(w));
+        QVERIFY(w.isVisible() && w.tableSubWindow()->isMaximized() && !w.mnuAdminMode->menuAction()->isVisible() && w.state().bEvaluateNow);
+        QCOMPARE(QStringList({w.windowTitle(), QString::number(w.width()), QString::number(w.height()), w.tableWindow()->txtSoundOffTimes->text(), visibleTrayTip(fp.tray.field)}),
+                 QStringList({"Quorvel Alarm Clock", "804", "616", "3", "[Quorvel Alarm Clock] Double LEFT Click me."}));
+        QCOMPARE(checkedCommands(w), kShipped);
+
+        w.hide();
+        w.state().intMDIWindowState = 1;
+        w.state().bEvaluateNow = false;
+        w.resize(300, 200);
+        QPointer<QWidget> stray = w.showForm(SecondaryForm::About);
+        w.mnuAlarmClock->trigger();
+        QVERIFY(w.isVisible() && w.state().bEvaluateNow && (!stray || !stray->isVisible()));
+        QCOMPARE(w.state().intMDIWindowState, 2); // maximizing the table window records its own state last
+        QCOMPARE(w.size(), QSize(804, 616));
+
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        CloseLog log(fp.tray.calls);
+        for (SecondaryForm f : {SecondaryForm::Tables, SecondaryForm::Legend, SecondaryForm::About})
+            w.showForm(f)->installEventFilter(&log);
+        w.tableSubWindow()->installEventFilter(&log);
+        fp.tray.calls.clear();
+        w.mnuExit->trigger();
+        QVERIFY(w.isUnloaded() && !w.isVisible() && !w.tableWindow()->tmrAlarmClock->isActive() && fp.messages.shown.isEmpty());
+        QCOMPARE(fp.tray.calls, QStringList({"remove", "close:frmAbout", "close:frmLegend", "close:frmTables", "close:frmAlarmClockWindow"}));
+
+        // A database gone by then: MyDBClose's own connection ends the program before the tray is touched.
+        mdiAlarmClock again(fp.platform());
+        QVERIFY(load(again));
+        fp.messages.shown.clear();
+        fp.tray.calls.clear();
+        QVERIFY(fp.testDir.remove("alarmclock.mdb"));
+        QVERIFY_THROWS_EXCEPTION(ProgramEnded, again.MDIForm_Unload());
+        QCOMPARE(fp.messages.texts().value(0).section("\r\n", 0, 2) + "|" + fp.messages.texts().value(1),
+                 "MyDB ERROR,\r\nFILE PATH:\r\n" + fp.testDir.dbPath() + "|The application will now close safely, contact your developer.");
+        QVERIFY(fp.tray.calls.isEmpty());
+    }
+
+    // Each box as "title|text|buttons"; %DB and %WAV stand for the paths.
+    void startUp_data()
+    {
+        QTest::addColumn<QString>("kind");
+        QTest::addColumn<QStringList>("boxes");
+        QTest::addColumn<bool>("runs");
+        QTest::newRow("no database") << "no database" << kNoDb << false;
+        QTest::newRow("a folder of its name") << "folder" << kNoDb << false;
+        QTest::newRow("zero bytes") << "zero bytes" << kMyDb << false;
+        QTest::newRow("random bytes") << "random bytes" << kMyDb << false;
+        QTest::newRow("no sound") << "no sound" << QStringList{"DEFAULT WAV FILE NOT FOUND|Missing the file:\r\n%WAV|1", "ABLE TO CONTINUE...|The program CAN continue without:\r\n%WAV|1"} << true;
+        QTest::newRow("second instance") << "second instance" << QStringList{"CLICK TO END,|The application,\r\nKitchen Timer is already activated and running.\r\n"
+                                                                             "You may find it on your task bar or to the bottom right within your task tray icons.|0"} << false;
+        QTest::newRow("in the root folder") << "root folder" << QStringList() << true;
+        QTest::newRow("null name") << "null name" << QStringList(2, err("subReturnAlarmclockName", "94\r\nInvalid use of Null")) << true;
+        QTest::newRow("settings table gone") << "no settings" << QStringList{err("subSetDonotAskAnyMoreQuestions"), err("subReturnAlarmclockName"), err("subReturnAlarmclockName"),
+                                                                             err("intReturnColorPicked"), err("subApplyMDIProgramSettings"),
+                                                                             err("subApplyAlarmClockFormProgramSettings"), err("subApplyMDIProgramSettings")} << true;
+        QTest::newRow("picture fails") << "picture fails" << QStringList{err("Err_MDIForm_Load", "481\r\nInvalid picture")} << true;
+        QTest::newRow("tray fails") << "tray fails" << QStringList{err("subAlarmclockCaption", "5\r\nInvalid procedure call")} << true;
+    }
+    void startUp()
+    {
+        QFETCH(QString, kind);
+        QFETCH(QStringList, boxes);
+        QFETCH(bool, runs);
+        FakePlatform fp;
+        FailingTray failingTray;
+        const QByteArray bytes = kind == "random bytes" ? QByteArray("\x13\x37 not a database", 18).repeated(100) : QByteArray();
+        TestDatabase db(fp.testDir.dbPath());
+        db.exec(kind == "null name" ? "UPDATE tblprogramsetting SET strprogramname = NULL"
+                : kind == "second instance" ? "UPDATE tblprogramsetting SET strprogramname = 'Kitchen Timer'"
+                : kind == "no settings" ? "ALTER TABLE tblprogramsetting RENAME TO gone" : "");
+        db.exec("INSERT INTO tblalarmclock (stralarmclock) VALUES ('row one')");
+        if (kind == "no database" || kind == "folder")
+            QVERIFY(fp.testDir.remove("alarmclock.mdb") && fp.testDir.remove("alarm.wav"));
+        if (kind == "folder")
+            QVERIFY(QDir(fp.testDir.path()).mkdir("alarmclock.mdb"));
+        if (kind.endsWith("bytes"))
+            QVERIFY(fp.testDir.writeBytes("alarmclock.mdb", bytes));
+        if (kind == "no sound")
+            QVERIFY(fp.testDir.remove("alarm.wav"));
+        fp.instance.running = kind == "second instance";
+        fp.pictures.fails = kind == "picture fails";
+        if (kind == "root folder") // the separator is always inserted: "//" starts the path
+            fp.appDir.directory = "/" + fp.testDir.path();
+        mdiAlarmClock w(kind == "tray fails" ? withServices(fp, nullptr, &failingTray) : fp.platform());
+        QCOMPARE(load(w), runs);
+        QStringList shown;
+        for (const ShownMessage &m : fp.messages.shown)
+            shown << m.title + "|" + m.text + "|" + QString::number(int(m.buttons));
+        for (QString &box : boxes)
+            box.replace("%DB", fp.appDir.directory + "/alarmclock.mdb").replace("%WAV", fp.testDir.filePath("alarm.wav"));
+        QCOMPARE(shown, boxes);
+        if (!runs) { // nothing shown, the sound never looked for after a missing database, nothing created or changed
+            QFile file(fp.testDir.dbPath());
+            QVERIFY(fp.tray.calls.isEmpty() && (!kind.endsWith("bytes") || (file.open(QIODevice::ReadOnly) && file.readAll() == bytes)));
+            QCOMPARE(fp.files.asked.contains(fp.testDir.filePath("alarm.wav")), kind != "no database" && kind != "folder");
+            QCOMPARE(QFileInfo::exists(fp.testDir.dbPath()), kind != "no database");
+        }
+        // An error in the start-up steps stops them: the rows are not loaded.
+        QCOMPARE(runs && w.tableWindow()->txtACDetails[0]->text() == "row one", runs && kind != "picture fails");
+    }
+
+    // No record: the defaults. Two: only the first counts. An unknown scheme checks no colour.
+    void settingsRecords_data()
+    {
+        QTest::addColumn<QStringList>("statements");
+        QTest::addColumn<QStringList>("expected"); // title, sound times, checked commands
+        QTest::newRow("none") << QStringList("DELETE FROM tblprogramsetting") << QStringList{"Quorvel Alarm Clock", "0"} + kShipped;
+        QTest::newRow("two") << QStringList{"UPDATE tblprogramsetting SET booSound = 0, intColorPick = 1, booTimeRow = 1, booAlarmPopupForm = 1, booMinimizeToTray = 0, "
+                                            "booDonotAskAnyMore = 1, strprogramname = 'First', intSoundAlarmTimes = 7", "INSERT INTO tblprogramsetting (strprogramname) VALUES ('2')"}
+                             << QStringList{"First", "7", "mnuSoundOff", "mnuPopupFormOn", "mnuActivateTimeRow", "mnuMinimizedToTrayOff", "mnuDonotAskAnyMoreQuestions", "mnuColorMatrix"};
+        QTest::newRow("unknown scheme") << QStringList("UPDATE tblprogramsetting SET intColorPick = 5") << QStringList{"Quorvel Alarm Clock", "3"} + kShipped.mid(0, 4);
+    }
+    void settingsRecords()
+    {
+        QFETCH(QStringList, statements);
+        QFETCH(QStringList, expected);
+        LoadedMainWindow m(withSql(statements));
+        QCOMPARE(QStringList({m.w->windowTitle(), m.t->txtSoundOffTimes->text()}) + checkedCommands(*m.w), expected);
+        QCOMPARE(m.w->mnuAlarmClock->text(), expected[0]);
+    }
+
+    void pairsSwitchMarksCaptionsAndEveryRecord_data()
+    {
+        QTest::addColumn<QStringList>("names"); // on, off, switch, column, caption off, caption on
+        QTest::newRow("sound") << QStringList{"mnuSoundOn", "mnuSoundOff", "chkSoundOnOff", "booSound", "Sound [off]", "Sound [on]"};
+        QTest::newRow("popup") << QStringList{"mnuPopupFormOn", "mnuPopupFormOff", "chkShow", "booAlarmPopupForm", "On Alarm Popup the Form [off]", "On Alarm Popup the Form [on]"};
+        QTest::newRow("time row") << QStringList{"mnuActivateTimeRow", "mnuDeactivateTimeRow", "chkTimeRow", "booTimeRow", "Time Row [Deactivated]", "Time Row [Activated]"};
+        QTest::newRow("tray") << QStringList{"mnuMinimizedToTrayOn", "mnuMinimizedToTrayOff", "chkMinimizeToTray", "booMinimizeToTray",
+                                             "Minimize to Tray [Disabled]", "Minimize to Tray [Allowed]"};
+    }
+    void pairsSwitchMarksCaptionsAndEveryRecord()
+    {
+        QFETCH(QStringList, names);
+        LoadedMainWindow m(withSql({"INSERT INTO tblprogramsetting (strprogramname) VALUES ('2')"})); // statements have no WHERE clause
+        auto *check = m.t->findChild<QCheckBox *>(names[2]);
+        auto state = [&] {
+            return QStringList({QString::number(m.w->findChild<QAction *>(names[0])->isChecked()), QString::number(m.w->findChild<QAction *>(names[1])->isChecked()),
+                                QString::number(check->isChecked()), check->text(), check->accessibleName(), m.setting(names[3])}).join('|');
+        };
+        // Each second trigger hits an already checked command: it stays checked and writes again.
+        for (const bool on : {true, true, false, false}) {
+            QVERIFY(m.sql("UPDATE tblprogramsetting SET " + names[3] + " = 7"));
+            m.w->findChild<QAction *>(names[on ? 0 : 1])->trigger();
+            QCOMPARE(state(), QStringList({on ? "1|0|1" : "0|1|0", names[4 + on], names[4 + on], on ? "1,1" : "0,0"}).join('|'));
+        }
+        // Clicking the switch moves the marks but stores nothing.
+        QVERIFY(m.sql("UPDATE tblprogramsetting SET " + names[3] + " = 7"));
+        QTest::mouseClick(check, Qt::LeftButton, {}, QPoint(6, check->height() / 2));
+        QCOMPARE(state(), QStringList({"1|0|1", names[5], names[5], "7,7"}).join('|'));
+        QVERIFY(m.fp.messages.shown.isEmpty());
+    }
+
+    // Sound and colours go on regardless; the questions limit reports and
+    // stops; the time row has no handler, so the program reports and ends.
+    void aFailedStatement_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("box");
+        QTest::newRow("sound off") << "mnuSoundOff" << "";
+        QTest::newRow("matrix") << "mnuColorMatrix" << "";
+        QTest::newRow("limit") << "mnuDonotAskAnyMoreQuestions" << "ERROR|mnuDonotAskAnyMoreQuestions_Click\r\n1\r\nno such table: tblprogramsetting";
+        QTest::newRow("time row on") << "mnuActivateTimeRow" << "|Run-time error '1':\r\n\r\nno such table: tblprogramsetting";
+        QTest::newRow("time row off") << "mnuDeactivateTimeRow" << "|Run-time error '1':\r\n\r\nno such table: tblprogramsetting";
+    }
+    void aFailedStatement()
+    {
+        QFETCH(QString, name);
+        QFETCH(QString, box);
+        LoadedMainWindow m;
+        QVERIFY(m.sql("ALTER TABLE tblprogramsetting RENAME TO gone"));
+        QAction *action = m.w->findChild<QAction *>(name);
+        const bool wasChecked = action->isChecked();
+        if (name.contains("TimeRow")) // an exception must not cross Qt's signal code
+            QVERIFY_THROWS_EXCEPTION(ProgramEnded, name == "mnuActivateTimeRow" ? m.w->mnuActivateTimeRow_Click() : m.w->mnuDeactivateTimeRow_Click());
+        else
+            action->trigger();
+        QCOMPARE(action->isChecked(), name == "mnuDeactivateTimeRow" || !wasChecked);
+        const ShownMessage shown = m.fp.messages.shown.value(0);
+        QCOMPARE(m.fp.messages.shown.isEmpty() ? QString() : shown.title + "|" + shown.text, box);
+    }
+
+    void colourAndQuestionCommands()
+    {
+        LoadedMainWindow m;
+        const QList<QAction *> colours{m.w->mnuColorRegular, m.w->mnuColorMatrix, m.w->mnuColorCustom};
+        for (const qint16 scheme : {qint16(1), qint16(2), qint16(0), qint16(0)}) {
+            QPointer<QWidget> legend = m.w->showForm(SecondaryForm::Legend);
+            m.w->resize(900, 700);
+            m.state().bEvaluateNow = false;
+            colours[scheme]->trigger();
+            QCOMPARE(QString::number(colours[0]->isChecked() * 100 + colours[1]->isChecked() * 10 + colours[2]->isChecked()).rightJustified(3, u'0'), QString("00100").mid(2 - scheme, 3));
+            QCOMPARE(m.state().intColorPick, scheme);
+            QCOMPARE(m.setting("intColorPick"), QString::number(scheme));
+            QVERIFY(m.state().bEvaluateNow && (!legend || !legend->isVisible()) && m.w->size() == QSize(804, 616));
+        }
+        // Modify switches to Custom first, but only when another scheme is showing.
+        m.w->mnuColorMatrix->trigger();
+        m.w->mnuColorCustomModify->trigger();
+        QVERIFY(m.w->form(SecondaryForm::CustomColors)->isVisible() && m.w->mnuColorCustom->isChecked() && !m.w->mnuColorMatrix->isChecked());
+        QPointer<QWidget> legend = m.w->showForm(SecondaryForm::Legend);
+        m.w->mnuColorCustomModify->trigger();
+        QVERIFY(legend && legend->isVisible());
+        for (const bool limited : {true, false}) {
+            m.w->mnuDonotAskAnyMoreQuestions->trigger();
+            QCOMPARE(m.w->questionsLimited(), limited);
+            QCOMPARE(m.setting("booDonotAskAnyMore"), limited ? "1" : "0");
+        }
+    }
+
+    void renaming()
+    {
+        LoadedMainWindow m;
+        auto rename = [&](const QStringList &answers) {
+            m.fp.input.asked.clear();
+            m.fp.messages.shown.clear();
+            m.fp.input.answers = answers;
+            m.w->mnuChangeProgramName->trigger();
+            return m.setting("strprogramname");
+        };
+        const QString fifty(50, 'x');
+        QCOMPARE(rename({"  " + fifty + " "}), fifty); // measured trimmed
+        const InputRequest asked = m.fp.input.asked.value(0);
+        QCOMPARE(QStringList({asked.prompt, asked.title, asked.defaultText, m.w->windowTitle()}),
+                 QStringList({"TYPE THE NAME OF YOUR PROGRAM:", "MODIFY PROGRAM NAME", "Quorvel Alarm Clock", fifty}));
+        QCOMPARE(m.fp.tray.calls, QStringList({"remove", "remove", "add:" + visibleTrayTip(trayTipField(fifty, {}))}));
+        // An alarm's tip keeps only the first 15 characters of the name.
+        m.setRow(0, "Sep 30, 2031", "07:30");
+        m.tickAt(QDateTime(QDate(2031, 9, 30), QTime(7, 30, 0, 5)));
+        QCOMPARE(visibleTrayTip(m.fp.tray.field), "[" + fifty.left(15) + "..]ALARM @ Sep, 30 at 07:30");
+        QCOMPARE(rename({"Tom & Jerry"}), "Tom & Jerry");
+        QCOMPARE(m.fp.input.asked.value(0).defaultText + "|" + m.w->mnuAlarmClock->text(), fifty + "|Tom && Jerry"); // not an accelerator
+        // Too long: shown cut at 50 and asked again, offering the current name.
+        QCOMPARE(rename({" " + QString(50, 'a') + "b", "Short"}), "Short");
+        QCOMPARE(m.fp.messages.texts(), QStringList("Your program name can only be 50 characters long, here is where it will truncate:\r\n" + QString(50, 'a')));
+        QCOMPARE(m.fp.messages.shown[0].title + "|" + m.fp.input.asked.value(1).defaultText, "OOPS! YOUR PROGRAM NAME IS TOO LONG, Please Try Again...|Tom & Jerry");
+        // Cancelled: nothing stored, but the caption is read back from the database.
+        QVERIFY(m.sql("UPDATE tblprogramsetting SET strprogramname = 'Elsewhere'"));
+        QCOMPARE(rename({"   "}), "Elsewhere");
+        QCOMPARE(m.w->windowTitle() + "|" + visibleTrayTip(m.fp.tray.field), "Elsewhere|[Elsewhere] Double LEFT Click me.");
+        // An empty table gets its record; its question offers the classic name.
+        QVERIFY(m.sql("DELETE FROM tblprogramsetting"));
+        QCOMPARE(rename({"Desk Clock"}), "Desk Clock");
+        QCOMPARE(m.fp.input.asked.value(0).defaultText, "Alarm Clock");
+        // A failing database is reported and asks nothing.
+        QVERIFY(m.sql("ALTER TABLE tblprogramsetting RENAME TO gone"));
+        rename({"Never Asked"});
+        QVERIFY(m.fp.input.asked.isEmpty() && m.fp.messages.texts().value(0).startsWith("subAlarmclockCaptionModify\r\n") && m.w->windowTitle() == "Desk Clock");
+    }
+
+    void minimizingFollowsTheTraySwitch()
+    {
+        const QString added = "add:" + visibleTrayTip(trayTipField("Quorvel Alarm Clock", {}));
+        auto minimize = [](LoadedMainWindow &m) {
+            m.w->setWindowState(m.w->windowState() | Qt::WindowMinimized);
+            QCoreApplication::processEvents();
+        };
+        LoadedMainWindow now, allowed, disabled, restored;
+        now.w->mnuMinimizeToTrayNow->trigger();
+        QVERIFY(!now.w->isVisible());
+        QCOMPARE(now.fp.tray.calls, QStringList(added)); // added again without a remove first
+        minimize(allowed);
+        QVERIFY(!allowed.w->isVisible());
+        QCOMPARE(allowed.fp.tray.calls, QStringList({"remove", added}));
+        disabled.w->mnuMinimizedToTrayOff->trigger();
+        minimize(disabled);
+        QVERIFY(disabled.w->isVisible() && disabled.w->isMinimized() && disabled.fp.tray.calls.isEmpty()); // left on the task bar
+        restored.w->setWindowState(restored.w->windowState() | Qt::WindowMinimized); // restored before the minimize settled
+        restored.w->setWindowState(restored.w->windowState() & ~Qt::WindowMinimized);
+        QCoreApplication::processEvents();
+        QVERIFY(restored.w->isVisible() && restored.fp.tray.calls.isEmpty());
+
+        // The icon restores to the normal state and pops up the Program menu; a plain move does nothing.
+        allowed.state().bEvaluateNow = false;
+        allowed.fp.tray.calls.clear();
+        allowed.w->setWindowState(Qt::WindowMaximized | Qt::WindowMinimized);
+        allowed.fp.tray.sendMouse(TrayIcon::LeftDoubleClick);
+        QVERIFY(allowed.w->isVisible() && allowed.state().bEvaluateNow && allowed.fp.tray.calls.isEmpty());
+        QCOMPARE(allowed.w->windowState() & (Qt::WindowMinimized | Qt::WindowMaximized), Qt::WindowStates());
+        QCOMPARE(allowed.state().intMDIWindowState, 0);
+        allowed.fp.tray.sendMouse(512);
+        QVERIFY(!allowed.w->mnuProgram->isVisible());
+        allowed.fp.tray.sendMouse(TrayIcon::RightButtonDown);
+        QVERIFY(allowed.w->mnuProgram->isVisible());
+        allowed.w->mnuProgram->close();
+        QTest::mousePress(allowed.w->findChild<QMdiArea *>()->viewport(), Qt::RightButton, {}, QPoint(3, 3));
+        QVERIFY(allowed.w->mnuProgram->isVisible());
+        allowed.w->mnuProgram->close();
+    }
+
+    void cursorsRestWhenIdleAndWakeOnInput()
+    {
+        QApplication::setCursorFlashTime(1000);
+        QLineEdit box;
+        {
+            CursorBlinkRest rest(50);
+            QTRY_COMPARE(QApplication::cursorFlashTime(), 0);
+            QTest::keyClick(&box, Qt::Key_A);
+            QCOMPARE(QApplication::cursorFlashTime(), 1000);
+            QTRY_COMPARE(QApplication::cursorFlashTime(), 0);
+            QTest::mouseClick(&box, Qt::LeftButton);
+            QCOMPARE(QApplication::cursorFlashTime(), 1000);
+        }
+        QCOMPARE(QApplication::cursorFlashTime(), 1000); // gone, it leaves the desktop's setting as it found it
+    }
+};
+
+QTEST_MAIN(ShellTest)
+#include "tst_shell.moc"
