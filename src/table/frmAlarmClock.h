@@ -101,6 +101,8 @@ public:
     void subSetRowDetailsBackColor(int index);
 
     bool bDataChanged = false;
+    // The URL marker's tooltip while the row has no address.
+    static QString urlMarkerTip();
 
     // Per-row controls, indexed 0..12.
     RowArray<QLabel> lblRowNumber{};

@@ -182,7 +182,8 @@ private slots:
         timer.start();
         player->play(path(QStringLiteral("long.wav")));
         player.reset();
-        QCOMPARE_LT(timer.elapsed(), 2000);
+        // Well within the 2 s allowed: a stop wakes the worker at once.
+        QCOMPARE_LT(timer.elapsed(), 1000);
     }
 };
 
