@@ -126,12 +126,13 @@ private slots:
         QTest::newRow("folder") << "pulse";
         QTest::newRow("text") << "notes.wav";
         QTest::newRow("missing") << "gone.wav";
+        QTest::newRow("a sound, but no audio server") << "short.wav";
     }
     void whatIsNoSoundReturnsAtOnce()
     {
         QFETCH(QString, name);
         QDir().mkpath(path(QStringLiteral("pulse")));
-        useServer(path(QStringLiteral("hung")));
+        useServer(path(name == QStringLiteral("short.wav") ? QStringLiteral("nobody") : QStringLiteral("hung")));
         PulseSoundPlayer player;
         player.prepare(path(name));
         QCOMPARE_LT(msToPlay(player, path(name)), 500);
