@@ -1,35 +1,216 @@
 #pragma once
 
-#include "platform/Platform.h"
+// One recording fake of every platform service: each remembers what it was
+// asked and answers what the test set up.
 
-#include "fakes/FakeAppDirectory.h"
-#include "fakes/FakeAutostart.h"
-#include "fakes/FakeClock.h"
-#include "fakes/FakeColourPicker.h"
-#include "fakes/FakeFileSystem.h"
-#include "fakes/FakeInputBox.h"
-#include "fakes/FakeInstanceGuard.h"
-#include "fakes/FakeMessageBox.h"
-#include "fakes/FakeNotifier.h"
-#include "fakes/FakePictureLoader.h"
-#include "fakes/FakeProgramEnd.h"
-#include "fakes/FakeSoundPlayer.h"
-#include "fakes/FakeTrayIcon.h"
-#include "fakes/FakeUrlOpener.h"
-#include "fakes/FakeVersionInfo.h"
-#include "fakes/FakeWallTimer.h"
 #include "fakes/TestAppDir.h"
+#include "platform/AppDirectory.h"
+#include "platform/Autostart.h"
+#include "platform/Clock.h"
+#include "platform/ColourPicker.h"
+#include "platform/FileSystem.h"
+#include "platform/InputBox.h"
+#include "platform/InstanceGuard.h"
+#include "platform/MessageBox.h"
+#include "platform/Notifier.h"
+#include "platform/PictureLoader.h"
+#include "platform/Platform.h"
+#include "platform/ProgramEnd.h"
+#include "platform/SoundPlayer.h"
+#include "platform/TrayIcon.h"
+#include "platform/UrlOpener.h"
+#include "platform/VersionInfo.h"
+#include "platform/WallTimer.h"
+#include "platform/qt/QtFileSystem.h"
+#include "rules/AppError.h"
 
-// One fake of every platform service, with the application folder pointing
-// at a fresh private copy of the staged files.
-class FakePlatform {
-public:
-    FakePlatform();
-    FakePlatform(const FakePlatform &) = delete;
-    FakePlatform &operator=(const FakePlatform &) = delete;
+#include <QFileInfo>
+#include <QSet>
+#include <QStringList>
+#include <QWidget>
+#include <exception>
+#include <functional>
 
+struct ShownMessage {
+    QString text;
+    MsgButtons buttons;
+    MsgIcon icon;
+    QString title;
+};
+
+// Answers from `answers` in order, then with the box's positive button.
+struct FakeMessageBox : MessageBox {
+    QList<ShownMessage> shown;
+    QList<MsgResult> answers;
+    std::function<void(const ShownMessage &)> onShow; // while the box is open
+    MsgResult show(const QString &text, MsgButtons buttons, MsgIcon icon, const QString &title) override
+    {
+        shown.append({text, buttons, icon, title});
+        if (onShow)
+            onShow(shown.constLast());
+        return !answers.isEmpty() ? answers.takeFirst() : buttons == MsgButtons::YesNo ? MsgResult::Yes : MsgResult::Ok;
+    }
+    QStringList texts() const
+    {
+        QStringList result;
+        for (const ShownMessage &m : shown)
+            result << m.text;
+        return result;
+    }
+};
+
+struct InputRequest {
+    QString prompt, title, defaultText;
+};
+
+// Answers from `answers` in order, then "" (cancelled).
+struct FakeInputBox : InputBox {
+    QStringList answers;
+    QList<InputRequest> asked;
+    QString ask(const QString &prompt, const QString &title, const QString &defaultText) override
+    {
+        asked.append({prompt, title, defaultText});
+        return answers.isEmpty() ? QString() : answers.takeFirst();
+    }
+};
+
+struct FakeSoundPlayer : SoundPlayer {
+    QStringList played;
+    int beeps = 0, stops = 0;
+    std::function<void(const QString &)> onPlay; // runs inside play(), as if still sounding
+    void play(const QString &path) override
+    {
+        played << path;
+        if (onPlay)
+            onPlay(path);
+    }
+    void beep() override { ++beeps; }
+    void stop() override { ++stops; }
+};
+
+// Records "add:<tip>" and "remove" in order; `field` is the tip shown.
+struct FakeTrayIcon : TrayIcon {
+    QStringList calls;
+    QString field;
+    bool hostAvailable = true;
+    std::function<void(int)> handler;
+    bool available() const override { return hostAvailable; }
+    void add(const QString &tip) override { calls << "add:" + tip, field = tip; }
+    void remove() override { calls << QStringLiteral("remove"); }
+    void setMouseHandler(std::function<void(int)> h) override { handler = std::move(h); }
+    void sendMouse(int message) { handler(message); } // LeftDoubleClick, RightButtonDown...
+};
+
+struct FakeUrlOpener : UrlOpener {
+    QStringList opened;
+    bool result = true;
+    bool open(const QString &address) override { return opened << address, result; }
+};
+
+struct FakeColourPicker : ColourPicker {
+    std::optional<qint32> answer; // nullopt: cancelled
+    QList<qint32> startColours;
+    std::optional<qint32> pick(qint32 start) override { return startColours << start, answer; }
+};
+
+// Moves only when told to.
+struct FakeClock : Clock {
+    QDateTime current{QDate(2031, 9, 30), QTime(14, 5, 0), Qt::LocalTime};
+    QDateTime now() const override { return current; }
+    void set(const QDateTime &moment) { current = moment; }
+    void advanceSeconds(int seconds) { current = current.addSecs(seconds); }
+};
+
+// The real disk, but for folders in `readOnly` and a copy that may fail.
+struct FakeFileSystem : FileSystem {
+    QSet<QString> readOnly;
+    bool copyFails = false;
+    mutable QStringList asked;
+    QStringList copies; // "from>to"
+    bool fileExists(const QString &path) const override { return asked << path, QFileInfo(path).isFile(); }
+    bool folderWritable(const QString &path) const override { return !readOnly.contains(path) && QtFileSystem().folderWritable(path); }
+    bool copyAtomically(const QString &from, const QString &to) override
+    {
+        copies << from + u'>' + to;
+        return !copyFails && QtFileSystem().copyAtomically(from, to);
+    }
+};
+
+struct FakeAppDirectory : AppDirectory {
+    QString directory, userData;
+    QString path() const override { return directory; }
+    QString userDataPath() const override { return userData; }
+};
+
+struct FakeInstanceGuard : InstanceGuard {
+    bool running = false;
+    bool previousInstanceRunning() override { return running; }
+};
+
+struct FakeVersionInfo : VersionInfo {
+    int maj = 1, min = 0, rev = 5;
+    int major() const override { return maj; }
+    int minor() const override { return min; }
+    int revision() const override { return rev; }
+};
+
+// Thrown so that nothing after endProgram() runs.
+struct ProgramEnded : std::exception {};
+struct FakeProgramEnd : ProgramEnd {
+    [[noreturn]] void endProgram() override { throw ProgramEnded(); }
+};
+
+// Records (window, path) of each request; "loads" any existing file without painting.
+struct FakePictureLoader : PictureLoader {
+    QList<QPair<QString, QString>> requests;
+    bool fails = false;
+    bool setBackground(QWidget *window, const QString &path) override
+    {
+        if (fails)
+            throw AppError(481, QStringLiteral("Invalid picture"));
+        requests.append({window ? window->objectName() : QString(), path});
+        return QFileInfo(path).isFile();
+    }
+};
+
+// Fires only when the test says its moment came.
+struct FakeWallTimer : WallTimer {
+    QDateTime armedFor;
+    bool active = false;
+    void startAt(const QDateTime &moment) override { armedFor = moment, active = true; }
+    void stop() override { active = false; }
+    bool isActive() const override { return active; }
+    void expire()
+    {
+        if (std::exchange(active, false))
+            fire();
+    }
+};
+
+struct FakeNotifier : Notifier {
+    QStringList shown; // "summary|body"
+    int closed = 0;
+    bool open = false;
+    void show(const QString &summary, const QString &body) override { shown << summary + u'|' + body, open = true; }
+    void close() override { closed += std::exchange(open, false); }
+    void pressStop() const { stopPressed(); }
+};
+
+struct FakeAutostart : Autostart {
+    bool on = false, works = true;
+    bool enabled() const override { return on; }
+    bool setEnabled(bool wanted) override
+    {
+        if (works)
+            on = wanted;
+        return works;
+    }
+    QString entryPath() const override { return QStringLiteral("/home/user/.config/autostart/quorvel-alarmclock.desktop"); }
+};
+
+// The whole set, with the application folder a fresh copy of the staged files.
+struct FakePlatform {
     TestAppDir testDir;
-
     FakeMessageBox messages;
     FakeInputBox input;
     FakeSoundPlayer sound;
@@ -47,5 +228,18 @@ public:
     FakeNotifier notifier;
     FakeAutostart autostart;
 
-    Platform platform();
+    FakePlatform() { appDir.directory = testDir.path(); }
+    FakePlatform(const FakePlatform &) = delete;
+    Platform platform() { return withServices(); }
+    // The set with some services swapped for real or failing ones.
+    Platform withServices(SoundPlayer *s = nullptr, TrayIcon *t = nullptr, PictureLoader *p = nullptr)
+    {
+        return Platform{messages, input,    s ? *s : sound, t ? *t : tray, browser,  colours,  clock, files,
+                        appDir,   instance, version,        end,           p ? *p : pictures, wallTimer, notifier, autostart};
+    }
 };
+
+inline Platform withServices(FakePlatform &fp, SoundPlayer *sound, TrayIcon *tray = nullptr, PictureLoader *pictures = nullptr)
+{
+    return fp.withServices(sound, tray, pictures);
+}

@@ -6,21 +6,12 @@
 #include "table/frmAlarmClock.h"
 
 #include <QLineEdit>
-#include <functional>
 #include <memory>
 
-// The fakes, with some services swapped for real or failing ones.
-inline Platform withServices(FakePlatform &fp, SoundPlayer *sound, TrayIcon *tray = nullptr,
-                             PictureLoader *pictures = nullptr)
-{
-    return Platform{fp.messages, fp.input,  sound ? *sound : fp.sound, tray ? *tray : fp.tray, fp.browser,
-                    fp.colours,  fp.clock,  fp.files, fp.appDir, fp.instance, fp.version, fp.end,
-                    pictures ? *pictures : fp.pictures, fp.wallTimer, fp.notifier, fp.autostart};
-}
-
-// The main window after a normal start-up on the fakes, with the table
-// window loaded. `arrange` runs before the window exists (to change the
-// database or the fakes first). Boxes shown during start-up are forgotten.
+// The main window after a normal start-up on the fakes, with the table window
+// loaded. `arrange` runs before the window exists, to change the database or
+// the fakes; `services` may swap some fakes for real ones. Boxes and tray
+// calls made during start-up are forgotten.
 struct LoadedMainWindow {
     FakePlatform fp;
     std::unique_ptr<mdiAlarmClock> w;
@@ -41,10 +32,10 @@ struct LoadedMainWindow {
     AlarmState &state() { return w->state(); }
     bool sql(const QString &statement) { return TestDatabase(fp.testDir.dbPath()).exec(statement); }
     QStringList rows(const QString &query) { return TestDatabase(fp.testDir.dbPath()).rows(query); }
-    QString setting(const QString &column) { return rows(QStringLiteral("SELECT %1 FROM tblprogramsetting").arg(column)).join(u','); }
+    QString setting(const QString &column) { return rows("SELECT " + column + " FROM tblprogramsetting").join(u','); }
 
-    // Puts a row's date and time in place the way loading does: boxes and
-    // the committed copies the tick reads.
+    // A row's date and time as loading puts them: the boxes and the committed
+    // copies the tick reads.
     void setRow(int i, const QString &date, const QString &time)
     {
         t->txtACDate[i]->setText(date);
@@ -52,7 +43,6 @@ struct LoadedMainWindow {
         state().strAlarmDates[size_t(i)] = date;
         state().strAlarmTimes[size_t(i)] = time;
     }
-
     void tickAt(const QDateTime &moment)
     {
         fp.clock.set(moment);
@@ -60,7 +50,7 @@ struct LoadedMainWindow {
     }
 };
 
-// Runs the arrangement's SQL on a fresh folder before the window loads.
+// Runs the SQL on the fresh folder before the window loads.
 inline std::function<void(FakePlatform &)> withSql(const QStringList &statements)
 {
     return [statements](FakePlatform &fp) {

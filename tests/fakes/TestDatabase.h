@@ -6,8 +6,8 @@
 #include <QStringList>
 #include <QVariant>
 
-// A connection of the test's own on a database file, to arrange records
-// before the program runs and to look at what it stored.
+// The test's own connection to a database file, to arrange records before the
+// program runs and to look at what it stored.
 class TestDatabase {
 public:
     explicit TestDatabase(const QString &path, const QString &name = QStringLiteral("test-peek")) : m_name(name)
@@ -18,7 +18,6 @@ public:
     }
     ~TestDatabase() { QSqlDatabase::removeDatabase(m_name); }
     TestDatabase(const TestDatabase &) = delete;
-    TestDatabase &operator=(const TestDatabase &) = delete;
 
     bool exec(const QString &sql, const QVariantList &values = {})
     {
@@ -28,17 +27,17 @@ public:
             q.addBindValue(v);
         return q.exec();
     }
-    // Every row's columns joined with "|" (Null as "NULL"), in query order.
+    // Each row's columns joined with "|" (Null as "NULL"), in query order.
     QStringList rows(const QString &sql)
     {
-        QStringList out;
         QSqlQuery q(QSqlDatabase::database(m_name));
         if (!q.exec(sql))
             return {QStringLiteral("<error>")};
+        QStringList out;
         while (q.next()) {
             QStringList cols;
             for (int i = 0; i < q.record().count(); ++i)
-                cols << (q.value(i).isNull() ? QStringLiteral("NULL") : q.value(i).toString());
+                cols << (q.isNull(i) ? QStringLiteral("NULL") : q.value(i).toString());
             out << cols.join(u'|');
         }
         return out;

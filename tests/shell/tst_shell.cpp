@@ -1,5 +1,5 @@
-// The main window: start-up and its failures, the menu, renaming, the tray
-// and shutdown.
+// The main window: start-up and its failures, where the database lives, the
+// menu, renaming, the tray, starting at login and shutdown.
 
 #include "fakes/LoadedMainWindow.h"
 #include "shell/CursorBlinkRest.h"
@@ -64,6 +64,7 @@ struct FailingTray : FakeTrayIcon {
 };
 
 QString err(const char *routine, const QString &error = "1\r\nno such table: tblprogramsetting") { return QStringLiteral("ERROR|%1\r\n%2|0").arg(routine, error); }
+QString box(const ShownMessage &m) { return m.title + "|" + m.text; }
 
 const QStringList kShipped{"mnuSoundOn", "mnuPopupFormOff", "mnuDeactivateTimeRow", "mnuMinimizedToTrayOn", "mnuColorRegular"};
 const QStringList kNoDb{"ERROR! DATABASE FILE NOT FOUND|Missing the file:\r\n%DB|1", "ERROR! DATABASE FILE NOT FOUND|The program cannot continue without the database.|1"};
@@ -85,8 +86,7 @@ private slots:
                                   " On Alarm Popup Form/  Popup Form On[ ]/  Popup Form Off[x]/ Time Row/  Activate Time Row[ ]/"
                                   "  Deactivate Time Row[x]/ Minimize To Tray/  Minimize To Tray Allowed[x]/  Minimized To Tray Disabled[ ]/"
                                   "  Minimize To Tray Now/ Change Program Name/ Limit Application Questions Asked[ ]/ Start at Login[ ]/ Colors/"
-                                  "  Regular[x]/"
-                                  "  Matrix[ ]/  Custom[ ]/  Modify Custom Colors/Help/ About/ Legend/(Administration Mode)/ Tables");
+                                  "  Regular[x]/  Matrix[ ]/  Custom[ ]/  Modify Custom Colors/Help/ About/ Legend/(Administration Mode)/ Tables");
     }
 
     // Start, bring the windows back, exit: the database is let go first,
@@ -107,9 +107,8 @@ private slots:
         w.resize(300, 200);
         QPointer<QWidget> stray = w.showForm(SecondaryForm::About);
         w.mnuAlarmClock->trigger();
-        QVERIFY(w.isVisible() && w.state().bEvaluateNow && (!stray || !stray->isVisible()));
+        QVERIFY(w.isVisible() && w.state().bEvaluateNow && (!stray || !stray->isVisible()) && w.size() == QSize(804, 616));
         QCOMPARE(w.state().intMDIWindowState, 2); // maximizing the table window records its own state last
-        QCOMPARE(w.size(), QSize(804, 616));
 
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         CloseLog log(fp.tray.calls);
@@ -183,9 +182,9 @@ private slots:
         QCOMPARE(load(w), runs);
         QStringList shown;
         for (const ShownMessage &m : fp.messages.shown)
-            shown << m.title + "|" + m.text + "|" + QString::number(int(m.buttons));
-        for (QString &box : boxes)
-            box.replace("%DB", fp.appDir.directory + "/alarmclock.mdb").replace("%WAV", fp.testDir.filePath("alarm.wav"));
+            shown << box(m) + "|" + QString::number(int(m.buttons));
+        for (QString &b : boxes)
+            b.replace("%DB", fp.appDir.directory + "/alarmclock.mdb").replace("%WAV", fp.testDir.filePath("alarm.wav"));
         QCOMPARE(shown, boxes);
         if (!runs) { // nothing shown, the sound never looked for after a missing database, nothing created or changed
             QFile file(fp.testDir.dbPath());
@@ -195,6 +194,51 @@ private slots:
         }
         // An error in the start-up steps stops them: the rows are not loaded.
         QCOMPARE(runs && w.tableWindow()->txtACDetails[0]->text() == "row one", runs && kind != "picture fails");
+    }
+
+    // A folder the user may not write to (a system-wide install) moves the
+    // database to a copy of the user's own, seeded once.
+    void whereTheDatabaseLives_data()
+    {
+        QTest::addColumn<QString>("files"); // folder writable, user copy, shipped file, the copy fails
+        QTest::addColumn<QString>("used");  // "shipped", "user" or "" (the program ends)
+        QTest::newRow("writable folder") << "w u s" << "shipped";
+        QTest::newRow("read-only, first start") << "s" << "user";
+        QTest::newRow("read-only, user copy") << "u s" << "user";
+        QTest::newRow("read-only, only the user copy") << "u" << "user";
+        QTest::newRow("read-only, neither") << "" << "";
+        QTest::newRow("read-only, copy impossible") << "s fails" << "shipped";
+    }
+    void whereTheDatabaseLives()
+    {
+        QFETCH(QString, files);
+        QFETCH(QString, used);
+        const QStringList has = files.split(' ');
+        FakePlatform fp;
+        QTemporaryDir home;
+        fp.appDir.userData = home.filePath("share/quorvel-alarmclock");
+        const QString shippedPath = fp.testDir.dbPath(), userPath = fp.appDir.userData + "/alarmclock.mdb";
+        if (!has.contains("w"))
+            fp.files.readOnly.insert(fp.appDir.path());
+        if (has.contains("u"))
+            QVERIFY(QDir().mkpath(fp.appDir.userData) && QFile::copy(shippedPath, userPath));
+        if (!has.contains("s"))
+            QVERIFY(fp.testDir.remove("alarmclock.mdb"));
+        fp.files.copyFails = has.contains("fails");
+        mdiAlarmClock w(fp.platform());
+        QCOMPARE(load(w), !used.isEmpty());
+        if (used.isEmpty()) {
+            QCOMPARE(fp.messages.texts(), QStringList({"Missing the file:\r\n" + shippedPath, "The program cannot continue without the database."}));
+            return;
+        }
+        QVERIFY(w.database().path() == (used == "user" ? userPath : shippedPath) && fp.messages.shown.isEmpty());
+        // Seeded once, from the shipped file, and nothing half-written left behind.
+        const bool seeded = files.startsWith("s");
+        QCOMPARE(fp.files.copies, seeded ? QStringList(shippedPath + '>' + userPath) : QStringList());
+        QFile a(shippedPath), b(userPath);
+        if (used == "user" && seeded)
+            QVERIFY(a.open(QIODevice::ReadOnly) && b.open(QIODevice::ReadOnly) && a.readAll() == b.readAll()
+                    && QDir(fp.appDir.userData).entryList(QDir::Files) == QStringList("alarmclock.mdb"));
     }
 
     // No record: the defaults. Two: only the first counts. An unknown scheme checks no colour.
@@ -273,23 +317,21 @@ private slots:
         else
             action->trigger();
         QCOMPARE(action->isChecked(), name == "mnuDeactivateTimeRow" || !wasChecked);
-        const ShownMessage shown = m.fp.messages.shown.value(0);
-        QCOMPARE(m.fp.messages.shown.isEmpty() ? QString() : shown.title + "|" + shown.text, box);
+        QCOMPARE(m.fp.messages.shown.isEmpty() ? QString() : ::box(m.fp.messages.shown[0]), box);
     }
 
+    // A scheme command closes the other windows and evaluates at once.
     void colourAndQuestionCommands()
     {
         LoadedMainWindow m;
         const QList<QAction *> colours{m.w->mnuColorRegular, m.w->mnuColorMatrix, m.w->mnuColorCustom};
-        for (const qint16 scheme : {qint16(1), qint16(2), qint16(0), qint16(0)}) {
+        for (const int scheme : {1, 2, 0, 0}) {
             QPointer<QWidget> legend = m.w->showForm(SecondaryForm::Legend);
-            m.w->resize(900, 700);
             m.state().bEvaluateNow = false;
             colours[scheme]->trigger();
-            QCOMPARE(QString::number(colours[0]->isChecked() * 100 + colours[1]->isChecked() * 10 + colours[2]->isChecked()).rightJustified(3, u'0'), QString("00100").mid(2 - scheme, 3));
-            QCOMPARE(m.state().intColorPick, scheme);
-            QCOMPARE(m.setting("intColorPick"), QString::number(scheme));
-            QVERIFY(m.state().bEvaluateNow && (!legend || !legend->isVisible()) && m.w->size() == QSize(804, 616));
+            const QString marks = QString::number(colours[0]->isChecked()) + QString::number(colours[1]->isChecked()) + QString::number(colours[2]->isChecked());
+            QCOMPARE(marks + QString::number(m.state().intColorPick) + m.setting("intColorPick"), QString("00100").mid(2 - scheme, 3) + QString::number(scheme).repeated(2));
+            QVERIFY(m.state().bEvaluateNow && (!legend || !legend->isVisible()));
         }
         // Modify switches to Custom first, but only when another scheme is showing.
         m.w->mnuColorMatrix->trigger();
@@ -300,8 +342,7 @@ private slots:
         QVERIFY(legend && legend->isVisible());
         for (const bool limited : {true, false}) {
             m.w->mnuDonotAskAnyMoreQuestions->trigger();
-            QCOMPARE(m.w->questionsLimited(), limited);
-            QCOMPARE(m.setting("booDonotAskAnyMore"), limited ? "1" : "0");
+            QVERIFY(m.w->questionsLimited() == limited && m.setting("booDonotAskAnyMore") == (limited ? "1" : "0"));
         }
     }
 
@@ -345,44 +386,93 @@ private slots:
         QVERIFY(m.fp.input.asked.isEmpty() && m.fp.messages.texts().value(0).startsWith("subAlarmclockCaptionModify\r\n") && m.w->windowTitle() == "Desk Clock");
     }
 
-    void minimizingFollowsTheTraySwitch()
+    // Hidden only when the tray switch allows it and a tray host can bring it back.
+    void minimizing_data()
     {
+        QTest::addColumn<QString>("how");
+        QTest::addColumn<bool>("allowed");
+        QTest::addColumn<bool>("host");
+        QTest::addColumn<QStringList>("trayCalls");
         const QString added = "add:" + visibleTrayTip(trayTipField("Quorvel Alarm Clock", {}));
-        auto minimize = [](LoadedMainWindow &m) {
+        QTest::newRow("Now") << "now" << true << true << QStringList(added); // added again without a remove first
+        QTest::newRow("minimized") << "minimize" << true << true << QStringList({"remove", added});
+        QTest::newRow("minimized, tray disabled") << "minimize" << false << true << QStringList();
+        QTest::newRow("restored before it settled") << "flicker" << true << true << QStringList();
+        QTest::newRow("Now, no tray host") << "now" << true << false << QStringList(added);
+        QTest::newRow("minimized, no tray host") << "minimize" << true << false << QStringList();
+    }
+    void minimizing()
+    {
+        QFETCH(QString, how);
+        QFETCH(bool, allowed);
+        QFETCH(bool, host);
+        QFETCH(QStringList, trayCalls);
+        LoadedMainWindow m([&](FakePlatform &fp) { fp.tray.hostAvailable = host; });
+        if (!allowed)
+            m.w->mnuMinimizedToTrayOff->trigger();
+        if (how == "now")
+            m.w->mnuMinimizeToTrayNow->trigger();
+        else
             m.w->setWindowState(m.w->windowState() | Qt::WindowMinimized);
-            QCoreApplication::processEvents();
-        };
-        LoadedMainWindow now, allowed, disabled, restored;
-        now.w->mnuMinimizeToTrayNow->trigger();
-        QVERIFY(!now.w->isVisible());
-        QCOMPARE(now.fp.tray.calls, QStringList(added)); // added again without a remove first
-        minimize(allowed);
-        QVERIFY(!allowed.w->isVisible());
-        QCOMPARE(allowed.fp.tray.calls, QStringList({"remove", added}));
-        disabled.w->mnuMinimizedToTrayOff->trigger();
-        minimize(disabled);
-        QVERIFY(disabled.w->isVisible() && disabled.w->isMinimized() && disabled.fp.tray.calls.isEmpty()); // left on the task bar
-        restored.w->setWindowState(restored.w->windowState() | Qt::WindowMinimized); // restored before the minimize settled
-        restored.w->setWindowState(restored.w->windowState() & ~Qt::WindowMinimized);
+        if (how == "flicker")
+            m.w->setWindowState(m.w->windowState() & ~Qt::WindowMinimized);
         QCoreApplication::processEvents();
-        QVERIFY(restored.w->isVisible() && restored.fp.tray.calls.isEmpty());
+        QCOMPARE(m.fp.tray.calls, trayCalls);
+        QCOMPARE(m.w->isVisible(), trayCalls.isEmpty() || !host);
+        if (m.w->isVisible() && how != "flicker") // on the task bar, never hidden with nothing to bring it back
+            QVERIFY(m.w->isMinimized() && m.state().intMDIWindowState == 1);
+        if (!host) { // a panel started meanwhile
+            m.fp.tray.hostAvailable = true;
+            m.w->setWindowState(Qt::WindowNoState);
+            m.w->mnuMinimizeToTrayNow->trigger();
+            QVERIFY(!m.w->isVisible());
+        }
+    }
 
-        // The icon restores to the normal state and pops up the Program menu; a plain move does nothing.
-        allowed.state().bEvaluateNow = false;
-        allowed.fp.tray.calls.clear();
-        allowed.w->setWindowState(Qt::WindowMaximized | Qt::WindowMinimized);
-        allowed.fp.tray.sendMouse(TrayIcon::LeftDoubleClick);
-        QVERIFY(allowed.w->isVisible() && allowed.state().bEvaluateNow && allowed.fp.tray.calls.isEmpty());
-        QCOMPARE(allowed.w->windowState() & (Qt::WindowMinimized | Qt::WindowMaximized), Qt::WindowStates());
-        QCOMPARE(allowed.state().intMDIWindowState, 0);
-        allowed.fp.tray.sendMouse(512);
-        QVERIFY(!allowed.w->mnuProgram->isVisible());
-        allowed.fp.tray.sendMouse(TrayIcon::RightButtonDown);
-        QVERIFY(allowed.w->mnuProgram->isVisible());
-        allowed.w->mnuProgram->close();
-        QTest::mousePress(allowed.w->findChild<QMdiArea *>()->viewport(), Qt::RightButton, {}, QPoint(3, 3));
-        QVERIFY(allowed.w->mnuProgram->isVisible());
-        allowed.w->mnuProgram->close();
+    // The icon restores to the normal state and pops up the Program menu; a plain move does nothing.
+    void theTrayIconRestoresAndOffersTheMenu()
+    {
+        LoadedMainWindow m;
+        m.w->mnuMinimizeToTrayNow->trigger();
+        m.state().bEvaluateNow = false;
+        m.fp.tray.calls.clear();
+        m.w->setWindowState(Qt::WindowMaximized | Qt::WindowMinimized);
+        m.fp.tray.sendMouse(TrayIcon::LeftDoubleClick);
+        QVERIFY(m.w->isVisible() && m.state().bEvaluateNow && m.fp.tray.calls.isEmpty() && m.state().intMDIWindowState == 0);
+        QCOMPARE(m.w->windowState() & (Qt::WindowMinimized | Qt::WindowMaximized), Qt::WindowStates());
+        m.fp.tray.sendMouse(512);
+        QVERIFY(!m.w->mnuProgram->isVisible());
+        m.fp.tray.sendMouse(TrayIcon::RightButtonDown);
+        QVERIFY(m.w->mnuProgram->isVisible());
+        m.w->mnuProgram->close();
+        QTest::mousePress(m.w->findChild<QMdiArea *>()->viewport(), Qt::RightButton, {}, QPoint(3, 3));
+        QVERIFY(m.w->mnuProgram->isVisible());
+        m.w->mnuProgram->close();
+    }
+
+    void startAtLogin_data()
+    {
+        QTest::addColumn<bool>("startsOn");
+        QTest::addColumn<bool>("works");
+        QTest::newRow("turn on") << false << true;
+        QTest::newRow("turn off") << true << true;
+        QTest::newRow("cannot write") << false << false;
+    }
+    void startAtLogin()
+    {
+        QFETCH(bool, startsOn);
+        QFETCH(bool, works);
+        LoadedMainWindow m([&](FakePlatform &fp) { fp.autostart.on = startsOn, fp.autostart.works = works; });
+        QAction *command = m.w->mnuStartAtLogin;
+        QCOMPARE(command->isChecked(), startsOn);
+        command->trigger();
+        const bool endsOn = works != startsOn;
+        QVERIFY(m.fp.autostart.on == endsOn && command->isChecked() == endsOn);
+        QCOMPARE(m.fp.messages.shown.isEmpty() ? QString() : m.fp.messages.shown[0].title, works ? "" : "START AT LOGIN");
+        // Changed elsewhere (the desktop's own settings): the mark follows.
+        m.fp.autostart.on = !endsOn;
+        emit m.w->mnuUtilities->aboutToShow();
+        QCOMPARE(command->isChecked(), !endsOn);
     }
 
     void cursorsRestWhenIdleAndWakeOnInput()

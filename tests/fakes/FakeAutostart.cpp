@@ -1,8 +1,0 @@
-#include "fakes/FakeAutostart.h"
-
-bool FakeAutostart::setEnabled(bool wanted)
-{
-    if (works)
-        on = wanted;
-    return works;
-}
