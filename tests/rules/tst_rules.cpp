@@ -143,11 +143,10 @@ private slots:
         QCOMPARE(textValue(QVariant(false)), QStringLiteral("False"));
         QCOMPARE(integerValue(QVariant(40000)), qint16(0));
         QCOMPARE(longValue(QVariant(QDate(2031, 9, 30))), 0);
-        QCOMPARE(wholePart(-2.9), -2.0);
-        QCOMPARE(wholePart(0.9999999999999999), 1.0); // 15 significant digits round up
-        QCOMPARE(wholePart(1e-5), 0.0);
-        QCOMPARE(wholePart(1.5e15), 1.5e15);
-        QCOMPARE(wholePart(std::numeric_limits<double>::lowest()), std::numeric_limits<double>::lowest());
+        // The whole part counts 15 significant digits, so 0.9999999999999999 is 1.
+        const double lowest = std::numeric_limits<double>::lowest();
+        QCOMPARE(QList<double>({wholePart(-2.9), wholePart(0.9999999999999999), wholePart(1e-5), wholePart(1.5e15), wholePart(lowest)}),
+                 QList<double>({-2.0, 1.0, 0.0, 1.5e15, lowest}));
         QStringList countdowns;
         for (const qint32 seconds : {90061, 86399, 1, 0, -3600, kMax32})
             countdowns << strPrintCountDownHours(seconds, "*");
@@ -233,11 +232,7 @@ private slots:
     void nextTick()
     {
         const QDate day(2031, 12, 31);
-        for (int ms : {0, 1, 500, 999}) {
-            QCOMPARE(nextTickAt(QDateTime(day, QTime(14, 5, 7, ms)), false), QDateTime(day, QTime(14, 5, 8)));
-            QCOMPARE(nextTickAt(QDateTime(day, QTime(14, 5, 7, ms)), true), QDateTime(day, QTime(14, 6, 0)));
-        }
-        // The first second of a minute sleeps a whole minute, not none.
+        // Within a second see tst_tick; the first second of a minute sleeps a whole minute, not none.
         QCOMPARE(nextTickAt(QDateTime(day, QTime(14, 5, 0)), true), QDateTime(day, QTime(14, 6, 0)));
         QCOMPARE(nextTickAt(QDateTime(day, QTime(23, 59, 59, 999)), false), QDateTime(QDate(2032, 1, 1), QTime(0, 0)));
         QCOMPARE(nextTickAt(QDateTime(day, QTime(23, 59, 1)), true), QDateTime(QDate(2032, 1, 1), QTime(0, 0)));
