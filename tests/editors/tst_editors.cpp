@@ -6,7 +6,6 @@
 
 #include <QLabel>
 #include <QMdiSubWindow>
-#include <QPushButton>
 #include <QTest>
 #include <QToolButton>
 

@@ -4,7 +4,6 @@
 #include "info/frmAbout.h"
 #include "info/frmTables.h"
 
-#include <QFrame>
 #include <QLabel>
 #include <QMdiSubWindow>
 #include <QMouseEvent>
