@@ -6,7 +6,6 @@
 
 #include <QLabel>
 #include <QMdiSubWindow>
-#include <QPushButton>
 #include <QTest>
 #include <QToolButton>
 
@@ -14,6 +13,11 @@ namespace {
 
 frmEditURL *urlEditor(LoadedMainWindow &m) { return qobject_cast<frmEditURL *>(m.w->form(SecondaryForm::EditURL)); }
 void settle() { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
+// A row's address and its marker's caption, tooltip and accessible description.
+QStringList url(LoadedMainWindow &m, int row)
+{
+    return {m.t->txtURL[row]->text(), m.t->lblUrlToolTip[row]->text(), m.t->lblUrlToolTip[row]->toolTip(), m.t->lblUrlToolTip[row]->accessibleDescription()};
+}
 
 } // namespace
 
@@ -21,45 +25,41 @@ class EditorsTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void theUrlEditorEditsTheRowItWasOpenedFor()
+    void theUrlEditorEditsItsRowAndTheOpenButtonUsesIt()
     {
         LoadedMainWindow m;
+        const QString typed = QStringLiteral("x; touch /tmp/owned");
         for (int row : {0, 12}) {
             m.t->txtURL[row]->setText(QStringLiteral("https://old.example"));
             QTest::mouseClick(m.t->cmdEditURL[row], Qt::LeftButton);
-            QCOMPARE(QStringList({urlEditor(m)->windowTitle(), urlEditor(m)->lblintIndex->text(), urlEditor(m)->txtEditURL->text()}),
+            frmEditURL *e = urlEditor(m);
+            QCOMPARE(QStringList({e->windowTitle(), e->lblintIndex->text(), e->txtEditURL->text()}),
                      QStringList({"Editing URL Row:", QString::number(row + 1), "https://old.example"}));
-            m.t->bDataChanged = false;
-            urlEditor(m)->txtEditURL->setText(QStringLiteral("  x; touch /tmp/owned  "));
             // Enter applies and closes; the address is kept as typed, trimmed.
-            QTest::keyClick(urlEditor(m)->txtEditURL, Qt::Key_Return);
+            m.t->bDataChanged = false;
+            e->txtEditURL->setText("  " + typed + "  ");
+            QTest::keyClick(e->txtEditURL, Qt::Key_Return);
             settle();
             QVERIFY(!urlEditor(m) && m.t->bDataChanged);
-            QCOMPARE(QStringList({m.t->txtURL[row]->text(), m.t->lblUrlToolTip[row]->text(), m.t->lblUrlToolTip[row]->toolTip(), m.t->lblUrlToolTip[row]->accessibleDescription()}),
-                     QStringList({"x; touch /tmp/owned", "!", "x; touch /tmp/owned", "x; touch /tmp/owned"}));
+            QCOMPARE(url(m, row), QStringList({typed, "!", typed, typed}));
         }
         // Saving reloads, and the edited mark becomes the stored one.
         m.t->cmdSave_Click();
         QCOMPARE(m.t->lblUrlToolTip[0]->text(), QStringLiteral("*"));
-        // Blanks only clear the address; Clear empties only the box.
+        // Clear empties only the box; blanks only clear the address.
         m.t->cmdEditURL_Click(0);
         urlEditor(m)->cmdClearForm_Click();
-        QCOMPARE(m.t->txtURL[0]->text(), QStringLiteral("x; touch /tmp/owned"));
+        QCOMPARE(m.t->txtURL[0]->text(), typed);
         urlEditor(m)->txtEditURL->setText(QStringLiteral("   "));
         urlEditor(m)->cmdApply_Click();
-        QCOMPARE(QStringList({m.t->lblUrlToolTip[0]->text(), m.t->lblUrlToolTip[0]->toolTip(), m.t->lblUrlToolTip[0]->accessibleDescription()}),
-                 QStringList({"?", "Reveals the URL description.", "Reveals the URL description."}));
-    }
-
-    void theOpenButtonUsesTheBrowserOrLeadsToTheEditor()
-    {
-        LoadedMainWindow m;
+        QCOMPARE(url(m, 0), QStringList({"", "?", "Reveals the URL description.", "Reveals the URL description."}));
+        settle();
+        // The open button uses the browser, or leads to the editor when there is no address.
         m.t->txtURL[4]->setText(QStringLiteral(" https://example.org/x "));
         m.t->cmdOpenURL_Click(4);
         m.t->cmdOpenURL_Click(4);
-        QCOMPARE(m.fp.browser.opened, (QStringList{"https://example.org/x", "https://example.org/x"}));
-        QVERIFY(!urlEditor(m));
-        m.t->cmdOpenURL_Click(5); // no address: the editor instead
+        QVERIFY(m.fp.browser.opened == QStringList({"https://example.org/x", "https://example.org/x"}) && !urlEditor(m));
+        m.t->cmdOpenURL_Click(5);
         QVERIFY(m.fp.browser.opened.size() == 2 && urlEditor(m)->lblintIndex->text() == "6");
         m.fp.browser.result = false;
         m.t->cmdOpenURL_Click(4);
@@ -72,20 +72,18 @@ private slots:
         m.t->txtWAVEFileNamePath[12]->setText(QStringLiteral("/old.wav"));
         QTest::mouseClick(m.t->cmdSoundRow[12], Qt::LeftButton);
         auto *e = qobject_cast<frmEditWAVEFileNamePath *>(m.w->form(SecondaryForm::EditWAVEFileNamePath));
-        QCOMPARE(e->windowTitle(), "WAV File Name Pathing:");
-        QCOMPARE(e->lblintIndex->text() + "|" + e->txtEditWAVEFileNamePath->text(), QStringLiteral("13|/old.wav"));
+        QCOMPARE(e->windowTitle() + "|" + e->lblintIndex->text() + "|" + e->txtEditWAVEFileNamePath->text(), "WAV File Name Pathing:|13|/old.wav");
         const QString wav = m.fp.testDir.filePath(QStringLiteral("alarm.wav"));
         e->cmdDefaultPath_Click();
         QCOMPARE(e->txtEditWAVEFileNamePath->text() + "|" + m.t->txtWAVEFileNamePath[12]->text(), wav + "|/old.wav");
         e->cmdSoundTest_Click();
         QCOMPARE(m.fp.sound.played, QStringList{wav});
-        const QString empty = QStringLiteral("Please enter your custom path or use the 'D'efault button to let the program set you a path.");
+        const QString empty = QStringLiteral("NO PATH ENTERED|Please enter your custom path or use the 'D'efault button to let the program set you a path.");
         for (const QString &path : {QString(), QStringLiteral("   "), QStringLiteral("/no/such.wav")}) {
             e->txtEditWAVEFileNamePath->setText(path);
             e->cmdSoundTest_Click();
             const ShownMessage shown = m.fp.messages.shown.takeLast();
-            const bool blank = path.trimmed().isEmpty();
-            QCOMPARE(shown.title + "|" + shown.text, blank ? "NO PATH ENTERED|" + empty : QStringLiteral("PATH NOT FOUND|Missing the file:\r\n/no/such.wav"));
+            QCOMPARE(shown.title + "|" + shown.text, path.trimmed().isEmpty() ? empty : QStringLiteral("PATH NOT FOUND|Missing the file:\r\n/no/such.wav"));
             QCOMPARE(shown.buttons, MsgButtons::OkCancel);
         }
         QCOMPARE(m.fp.sound.played.size(), 1);
