@@ -53,34 +53,14 @@ private slots:
         QCOMPARE(jetToSqlite(jet), sqlite);
     }
 
-    void everyMenuWriterRunsAsWritten_data()
-    {
-        QTest::addColumn<QString>("statement");
-        QTest::addColumn<QString>("column");
-        QTest::addColumn<QString>("stored");
-        QTest::newRow("True") << "UPDATE tblprogramsetting set booSound = True" << "booSound" << "1";
-        QTest::newRow("False") << "UPDATE tblprogramsetting set booTimeRow = False" << "booTimeRow" << "0";
-        QTest::newRow("number") << "UPDATE tblprogramsetting set intColorPick = 2;" << "intColorPick" << "2";
-    }
-    void everyMenuWriterRunsAsWritten()
-    {
-        QFETCH(QString, statement);
-        QFETCH(QString, column);
-        QFETCH(QString, stored);
-        Fixture f;
-        QVERIFY(f.sql("INSERT INTO tblprogramsetting (strprogramname) VALUES ('second')"));
-        f.settings.execute(statement);
-        QCOMPARE(f.rows("SELECT " + column + " FROM tblprogramsetting"), QStringList(2, stored)); // no WHERE clause
-    }
-
     // Any non-zero Yes/No is on and Null is off; only a missing record gives the defaults.
     void readersOfTheSettingsRecord()
     {
         Fixture f;
-        QVERIFY(f.sql("UPDATE tblprogramsetting SET booTimeRow = 5, booAlarmPopupForm = -1, booSound = NULL, "
+        QVERIFY(f.sql("UPDATE tblprogramsetting SET booTimeRow = 5, booAlarmPopupForm = NULL, booSound = -1, "
                       "booMinimizeToTray = 0, booDonotAskAnyMore = NULL, intColorPick = NULL, intSoundAlarmTimes = 9"));
         const auto s = f.settings.readSwitches();
-        QVERIFY(s && s->timeRow && s->alarmPopupForm && !s->sound && !s->minimizeToTray);
+        QVERIFY(s && s->timeRow && !s->alarmPopupForm && s->sound && !s->minimizeToTray);
         QVERIFY(!f.settings.readDonotAskAnyMore() && f.settings.readSoundAlarmTimes() == 9 && f.settings.intReturnColorPicked() == 0);
         QVERIFY(f.sql("DELETE FROM tblprogramsetting"));
         QVERIFY(!f.settings.readSwitches() && !f.settings.readSoundAlarmTimes() && !f.settings.readDonotAskAnyMore());

@@ -1,45 +1,42 @@
-// The real platform services that work without a desktop.
+// The real platform services, run without a desktop. The sound player meets
+// what the world may do to it: paths that are no sound, broken sounds, an
+// audio server that never answers, a stop in mid-play, and the program
+// quitting while a play hangs.
 
 #include "platform/qt/BuildVersionInfo.h"
+#include "platform/qt/DBusNotifier.h"
+#include "platform/qt/DesktopUrlOpener.h"
 #include "platform/qt/ExecutableDirectory.h"
 #include "platform/qt/LinuxWallTimer.h"
 #include "platform/qt/LockFileInstanceGuard.h"
+#include "platform/qt/PulseSoundPlayer.h"
 #include "platform/qt/QtColourPicker.h"
 #include "platform/qt/QtFileSystem.h"
 #include "platform/qt/QtInputBox.h"
 #include "platform/qt/QtMessageBox.h"
 #include "platform/qt/QtPictureLoader.h"
+#include "platform/qt/QtTrayIcon.h"
 #include "platform/qt/SystemClock.h"
+#include "platform/qt/XdgAutostart.h"
 
 #include <QApplication>
-#include <QColorDialog>
-#include <QDir>
-#include <QInputDialog>
+#include <QDesktopServices>
 #include <QMdiArea>
 #include <QMessageBox>
-#include <QProcess>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <cstdio>
 #include <ctime>
 #include <sys/resource.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
 
-// Child-process mode: take the lock, report, and hold it until killed.
-static int holdLock(int argc, char **argv)
-{
-    QCoreApplication app(argc, argv);
-    QCoreApplication::setApplicationName("Quorvel Alarm Clock"); // a display name unlike the file name
-    LockFileInstanceGuard guard(QString::fromLocal8Bit(argv[2]));
-    std::puts(guard.previousInstanceRunning() ? "busy" : "held");
-    std::fflush(stdout);
-    while (std::getchar() != EOF)
-        continue;
-    return 0;
-}
+namespace {
 
 // Answers the next modal dialog with a key once it is open; records its title and text.
-static QString answerNextDialog(Qt::Key key, const std::function<void()> &open)
+QString answerNextDialog(Qt::Key key, const std::function<void()> &open)
 {
     QString seen;
     QTimer answer;
@@ -56,7 +53,7 @@ static QString answerNextDialog(Qt::Key key, const std::function<void()> &open)
 }
 
 // Waits for the timer's call-back; the wall-clock time it came, or an invalid one.
-static QDateTime firedAt(LinuxWallTimer &timer, int waitMs = 3000)
+QDateTime firedAt(LinuxWallTimer &timer, int waitMs = 3000)
 {
     QDateTime fired;
     timer.onTimeout([&] { fired = QDateTime::currentDateTime(); });
@@ -64,18 +61,85 @@ static QDateTime firedAt(LinuxWallTimer &timer, int waitMs = 3000)
     return fired;
 }
 
+// The header of a mono 16-bit 8 kHz WAV file that claims `dataBytes` of samples.
+QByteArray wavHeader(quint32 dataBytes)
+{
+    QByteArray h("RIFF....WAVEfmt \x10\0\0\0\x01\0\x01\0\x40\x1f\0\0\x80\x3e\0\0\x02\0\x10\0data....", 44);
+    qToLittleEndian<quint32>(dataBytes + 36, h.data() + 4);
+    qToLittleEndian<quint32>(dataBytes, h.data() + 40);
+    return h;
+}
+QByteArray sound(double seconds) { return wavHeader(quint32(seconds * 16000)) + QByteArray(int(seconds * 16000), '\x10'); }
+
+// A UNIX socket that takes connections (into its backlog) and never answers.
+int listenMute(const QString &path)
+{
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    const QByteArray name = QFile::encodeName(path);
+    const int fd = ::socket(AF_UNIX, SOCK_STREAM, 0);
+    if (fd < 0 || size_t(name.size()) >= sizeof address.sun_path)
+        return -1;
+    std::memcpy(address.sun_path, name.constData(), size_t(name.size()));
+    return ::bind(fd, reinterpret_cast<sockaddr *>(&address), sizeof address) == 0 && ::listen(fd, 16) == 0 ? fd : -1;
+}
+
+qint64 msToPlay(PulseSoundPlayer &player, const QString &path)
+{
+    QElapsedTimer timer;
+    timer.start();
+    player.play(path);
+    return timer.elapsed();
+}
+
+} // namespace
+
 class TestPlatform : public QObject {
     Q_OBJECT
 
     QTemporaryDir m_tmp;
+    int m_hung = -1;   // accepts connections and never says a word
+    QProcess m_server; // a private PulseAudio with a null sink, where installed
+    bool m_serverUp = false;
+    QList<QUrl> m_opened;
+
     QString tmpPath(const QString &name) const { return m_tmp.filePath(name); }
+    bool write(const QString &name, const QByteArray &bytes)
+    {
+        QFile file(tmpPath(name));
+        return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+    }
+    void useServer(const QString &name) { qputenv("PULSE_SERVER", "unix:" + QFile::encodeName(tmpPath(name))); }
+
+public:
+    // Stands in for the browser: what the opener hands to the desktop.
+    Q_INVOKABLE void openUrl(const QUrl &url) { m_opened.append(url); }
 
 private slots:
     void initTestCase()
     {
-        QFile bad(tmpPath("notes.txt"));
-        QVERIFY(bad.open(QIODevice::WriteOnly) && bad.write("BM not a sound and not a bitmap\n") > 0 && bad.flush());
-        QVERIFY(QFile::copy(QDir(STAGED_APP_DIR).filePath("alarm.wav"), tmpPath("alarm.wav")));
+        QVERIFY(write("notes.txt", "BM not a sound and not a bitmap\n") && write("short.wav", sound(0.4)) && write("long.wav", sound(20)));
+        QVERIFY(mkfifo(QFile::encodeName(tmpPath("fifo.wav")).constData(), 0600) == 0 && QDir().mkpath(tmpPath("pulse")));
+        QVERIFY((m_hung = listenMute(tmpPath("hung"))) >= 0);
+        qputenv("XDG_CONFIG_HOME", QFile::encodeName(tmpPath("config")));
+        qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent/bus");
+        for (const char *scheme : {"http", "https", "file", "mailto"})
+            QDesktopServices::setUrlHandler(scheme, this, "openUrl");
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.insert("XDG_RUNTIME_DIR", tmpPath("pulse"));
+        env.insert("PULSE_RUNTIME_PATH", tmpPath("pulse"));
+        m_server.setProcessEnvironment(env);
+        m_server.start("pulseaudio", {"-n", "--daemonize=no", "--exit-idle-time=-1", "-Lmodule-null-sink sink_name=test",
+                                      "-Lmodule-native-protocol-unix auth-anonymous=1 socket=" + tmpPath("pulse/native"), "-Lmodule-always-sink"});
+        m_serverUp = m_server.waitForStarted(3000) && QTest::qWaitFor([&] { return QFile::exists(tmpPath("pulse/native")); }, 5000);
+    }
+    void cleanupTestCase()
+    {
+        for (const char *scheme : {"http", "https", "file", "mailto"})
+            QDesktopServices::unsetUrlHandler(scheme);
+        ::close(m_hung);
+        m_server.kill();
+        m_server.waitForFinished(2000);
     }
 
     // A lock of any age stands while its owner lives; a killed owner's does not.
@@ -102,21 +166,21 @@ private slots:
 
     void filesPicturesVersionAndClock()
     {
-        QVERIFY(QtFileSystem().fileExists(tmpPath("alarm.wav")) && !QtFileSystem().fileExists(m_tmp.path()));
+        QVERIFY(QtFileSystem().fileExists(tmpPath("short.wav")) && !QtFileSystem().fileExists(m_tmp.path()));
         QMdiArea area;
         QWidget plain;
         const QPalette before = plain.palette();
+        const QString picture = QDir(STAGED_APP_DIR).filePath("backgroundmatrix.bmp");
         QVERIFY(!QtPictureLoader().setBackground(&plain, tmpPath("notes.txt")));
         QVERIFY(!QtPictureLoader().setBackground(&area, tmpPath("absent.bmp")));
-        QVERIFY(!QtPictureLoader().setBackground(nullptr, QDir(STAGED_APP_DIR).filePath("backgroundmatrix.bmp")));
+        QVERIFY(!QtPictureLoader().setBackground(nullptr, picture));
         QVERIFY(plain.palette() == before && !plain.autoFillBackground() && area.background().style() == Qt::SolidPattern);
-        QVERIFY(QtPictureLoader().setBackground(&plain, QDir(STAGED_APP_DIR).filePath("backgroundmatrix.bmp")));
-        QVERIFY(QtPictureLoader().setBackground(&area, QDir(STAGED_APP_DIR).filePath("backgroundmatrix.bmp")));
+        QVERIFY(QtPictureLoader().setBackground(&plain, picture) && QtPictureLoader().setBackground(&area, picture));
         QVERIFY(plain.autoFillBackground() && plain.palette().brush(QPalette::Window).style() == Qt::TexturePattern && area.background().style() == Qt::TexturePattern);
 
-        const QStringList version = QString(ALARMCLOCK_VERSION_TEXT).split('.');
         const BuildVersionInfo build;
-        QCOMPARE(QStringList({QString::number(build.major()), QString::number(build.minor()), QString::number(build.revision())}), version);
+        QCOMPARE(QStringList({QString::number(build.major()), QString::number(build.minor()), QString::number(build.revision())}),
+                 QString(ALARMCLOCK_VERSION_TEXT).split('.'));
         QVERIFY(ExecutableDirectory().path() == QCoreApplication::applicationDirPath() && qAbs(SystemClock().now().msecsTo(QDateTime::currentDateTime())) < 1000);
         QCOMPARE(colourFromBgr(0x123456), QColor(0x56, 0x34, 0x12)); // red in the low byte
         QCOMPARE(bgrFromColour(QColor(0x56, 0x34, 0x12).toHsv()), 0x123456);
@@ -148,9 +212,23 @@ private slots:
         QCOMPARE(picked, std::optional<qint32>(0x123456));
     }
 
-    void theWallTimerWakesAtTheMomentOrWhenTheClockIsSet()
+    // Without a timerfd (no file descriptors left) an elapsed-time timer
+    // stands in; only the timerfd also wakes when the system clock is set.
+    void theWallTimerWakesAtTheMoment_data()
     {
+        QTest::addColumn<bool>("timerFd");
+        QTest::newRow("timerfd") << true;
+        QTest::newRow("elapsed-time stand-in") << false;
+    }
+    void theWallTimerWakesAtTheMoment()
+    {
+        QFETCH(bool, timerFd);
+        rlimit saved{};
+        getrlimit(RLIMIT_NOFILE, &saved);
+        const rlimit none{0, saved.rlim_max};
+        setrlimit(RLIMIT_NOFILE, timerFd ? &saved : &none);
         LinuxWallTimer timer;
+        setrlimit(RLIMIT_NOFILE, &saved);
         QVERIFY(!timer.isActive());
         const QDateTime moment = QDateTime::currentDateTime().addMSecs(150);
         timer.startAt(moment);
@@ -168,7 +246,8 @@ private slots:
         timer.startAt(QDateTime::currentDateTime().addSecs(3600));
         timer.startAt(QDateTime::currentDateTime().addMSecs(50));
         QVERIFY(firedAt(timer, 1000).isValid());
-
+        if (!timerFd)
+            return;
         // Setting the system clock (here to itself) wakes it long before its moment.
         timer.startAt(QDateTime::currentDateTime().addSecs(3600));
         timespec now{};
@@ -178,31 +257,159 @@ private slots:
         QVERIFY(firedAt(timer, 1000).isValid());
     }
 
-    // Without a timerfd (no file descriptors left) an elapsed-time timer stands in.
-    void theWallTimerFallsBackWithoutATimerFd()
+    // What is typed reaches the browser as one address, the whole of it.
+    void addresses_data()
     {
-        rlimit saved{};
-        getrlimit(RLIMIT_NOFILE, &saved);
-        const rlimit none{0, saved.rlim_max};
-        setrlimit(RLIMIT_NOFILE, &none);
-        LinuxWallTimer timer;
-        setrlimit(RLIMIT_NOFILE, &saved);
-        const QDateTime moment = QDateTime::currentDateTime().addMSecs(100);
-        timer.startAt(moment);
-        QVERIFY(timer.isActive());
-        const QDateTime fired = firedAt(timer);
-        QVERIFY(fired >= moment);
-        timer.startAt(QDateTime::currentDateTime().addMSecs(100));
-        timer.stop();
-        QVERIFY(!firedAt(timer, 300).isValid());
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("opened"); // empty: nothing opens
+        QTest::newRow("no scheme") << "www.example.org" << "http://www.example.org";
+        QTest::newRow("no scheme, path") << "example.org/a b?q=1" << "http://example.org/a%20b?q=1";
+        QTest::newRow("web") << "https://example.org/x" << "https://example.org/x";
+        QTest::newRow("mail") << "mailto:me@example.org" << "mailto:me@example.org";
+        QTest::newRow("file path") << "/tmp/page.html" << "file:///tmp/page.html";
+        QTest::newRow("shell words") << "https://example.org/'; touch /tmp/owned; '" << "https://example.org/';%20touch%20/tmp/owned;%20'";
+        QTest::newRow("nothing typed") << "" << "";
+    }
+    void addresses()
+    {
+        QFETCH(QString, typed);
+        QFETCH(QString, opened);
+        m_opened.clear();
+        QCOMPARE(DesktopUrlOpener().open(typed), !opened.isEmpty());
+        QCOMPARE(m_opened.size(), opened.isEmpty() ? 0 : 1);
+        QCOMPARE(m_opened.value(0).toString(QUrl::FullyEncoded), opened);
+    }
+
+    // The tray's clicks as messages (0: none). An XEmbed tray sends Trigger
+    // on every left press, before a double click.
+    void trayClicks()
+    {
+        const auto on = [](QSystemTrayIcon::ActivationReason reason, bool statusNotifierHost) {
+            return QtTrayIcon::messageFor(reason, statusNotifierHost).value_or(0);
+        };
+        const int restore = TrayIcon::LeftDoubleClick, menu = TrayIcon::RightButtonDown;
+        QCOMPARE(QList<int>({on(QSystemTrayIcon::Trigger, true), on(QSystemTrayIcon::Context, true), on(QSystemTrayIcon::MiddleClick, true)}),
+                 QList<int>({restore, menu, 0}));
+        QCOMPARE(QList<int>({on(QSystemTrayIcon::Trigger, false), on(QSystemTrayIcon::DoubleClick, false), on(QSystemTrayIcon::Context, false)}),
+                 QList<int>({0, restore, menu}));
+    }
+
+    void autostartEntry()
+    {
+        XdgAutostart autostart("/opt/my apps/50%$off/alarmclock");
+        const QString entry = tmpPath("config/autostart/quorvel-alarmclock.desktop");
+        QCOMPARE(autostart.entryPath(), entry);
+        QVERIFY(!autostart.enabled() && autostart.setEnabled(true) && autostart.enabled());
+        QFile file(entry);
+        QVERIFY(file.open(QIODevice::ReadOnly) && file.readAll().contains(R"(Exec="/opt/my apps/50%%\\$off/alarmclock")"));
+        const QString validate = QStandardPaths::findExecutable("desktop-file-validate");
+        if (!validate.isEmpty())
+            QCOMPARE(QProcess::execute(validate, {entry}), 0);
+        QVERIFY(autostart.setEnabled(false) && !QFile::exists(entry) && autostart.setEnabled(false));
+    }
+
+    // No session bus: nothing shows, nothing waits, nothing fails.
+    void notificationsWithoutABus()
+    {
+        QElapsedTimer timer;
+        timer.start();
+        DBusNotifier notifier;
+        notifier.show("ALARM @ Sep, 30 at 07:30", "Wake up");
+        notifier.close();
+        QCOMPARE_LT(timer.elapsed(), 500);
+    }
+
+    // What is no sound may not wait: a FIFO would block a reader for ever. A
+    // WAV that is cut short, or claims more than it holds, ends with its
+    // samples, within the 2 s a server may take to want more. Where the
+    // private server runs, those are decoded and streamed; otherwise they are
+    // refused at the connection.
+    void brokenSoundsPlayAndReturn_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QByteArray>("bytes"); // written first, when given
+        QTest::addColumn<QString>("server");
+        QTest::newRow("fifo") << "fifo.wav" << QByteArray() << "hung";
+        QTest::newRow("folder") << "pulse" << QByteArray() << "hung";
+        QTest::newRow("text") << "notes.txt" << QByteArray() << "hung";
+        QTest::newRow("missing") << "gone.wav" << QByteArray() << "hung";
+        QTest::newRow("a sound, but no audio server") << "short.wav" << QByteArray() << "nobody";
+        QTest::newRow("RIFF, but not audio") << "words.wav" << QByteArray("RIFF but only words\n").repeated(50) << "hung";
+        QTest::newRow("cut in its header") << "header.wav" << wavHeader(16000).left(20) << "hung";
+        QTest::newRow("cut mid-sample") << "cut.wav" << wavHeader(16000) + QByteArray(101, '\x40') << "pulse/native";
+        QTest::newRow("claims 4 GB") << "huge.wav" << wavHeader(0xFFFFFFF0u) + QByteArray(64, '\x10') << "pulse/native";
+    }
+    void brokenSoundsPlayAndReturn()
+    {
+        QFETCH(QString, name);
+        QFETCH(QByteArray, bytes);
+        QFETCH(QString, server);
+        QVERIFY(bytes.isEmpty() || write(name, bytes));
+        useServer(server != "pulse/native" || m_serverUp ? server : "nobody");
+        PulseSoundPlayer player;
+        player.prepare(tmpPath(name));
+        QCOMPARE_LT(msToPlay(player, tmpPath(name)), server == "hung" ? 500 : 3000);
+    }
+
+    // A server that takes the connection and never answers counts as none:
+    // the play returns after the 2 s deadline, prepared or not.
+    void aHungServerCountsAsNone()
+    {
+        useServer("hung");
+        PulseSoundPlayer player;
+        const qint64 plain = msToPlay(player, tmpPath("long.wav"));
+        QVERIFY2(plain >= 1900 && plain < 2500, qPrintable(QString::number(plain)));
+        player.prepare(tmpPath("short.wav"));
+        QCOMPARE_LT(msToPlay(player, tmpPath("short.wav")), 2500);
+    }
+
+    void stopSilencesAPlayAtOnce()
+    {
+        if (!m_serverUp)
+            QSKIP("no PulseAudio server could be started here");
+        useServer("pulse/native");
+        PulseSoundPlayer player;
+        // A prepared play sounds in full.
+        player.prepare(tmpPath("short.wav"));
+        QTest::qWait(200);
+        QCOMPARE_GE(msToPlay(player, tmpPath("short.wav")), 350);
+        QElapsedTimer sinceStop;
+        QTimer::singleShot(1500, this, [&] {
+            sinceStop.start();
+            player.stop();
+        });
+        const qint64 played = msToPlay(player, tmpPath("long.wav"));
+        QVERIFY2(sinceStop.isValid() && sinceStop.elapsed() < 100,
+                 qPrintable(QString("played %1 ms, returned %2 ms after the stop").arg(played).arg(sinceStop.isValid() ? sinceStop.elapsed() : -1)));
+    }
+
+    // Last: quitting leaves this thread's event loops ended for good.
+    void quittingDuringAHungPlayEndsWithinTwoSeconds()
+    {
+        useServer("hung");
+        auto player = std::make_unique<PulseSoundPlayer>();
+        QTimer::singleShot(300, [] { QCoreApplication::exit(0); });
+        QElapsedTimer timer;
+        timer.start();
+        player->play(tmpPath("long.wav"));
+        player.reset();
+        // Well within the 2 s allowed: a stop wakes the worker at once.
+        QCOMPARE_LT(timer.elapsed(), 1000);
     }
 };
 
 int main(int argc, char **argv)
 {
-    if (argc == 3 && qstrcmp(argv[1], "--hold-lock") == 0)
-        return holdLock(argc, argv);
     QApplication app(argc, argv);
+    if (argc == 3 && qstrcmp(argv[1], "--hold-lock") == 0) { // child mode: hold the lock until stdin closes
+        QCoreApplication::setApplicationName("Quorvel Alarm Clock"); // a display name unlike the file name
+        LockFileInstanceGuard guard(QString::fromLocal8Bit(argv[2]));
+        std::puts(guard.previousInstanceRunning() ? "busy" : "held");
+        std::fflush(stdout);
+        while (std::getchar() != EOF)
+            continue;
+        return 0;
+    }
     TestPlatform test;
     return QTest::qExec(&test, argc, argv);
 }
