@@ -32,12 +32,14 @@ QLineEdit *box(LoadedMainWindow &m, Box which, int row) { return (which == Box::
 QString committed(LoadedMainWindow &m, Box which, int row) { return (which == Box::Date ? m.state().strAlarmDates : m.state().strAlarmTimes)[size_t(row)]; }
 QColor back(QLineEdit *b) { return b->palette().color(QPalette::Base); }
 void leave(QLineEdit *b) { QTest::keyClick(b, Qt::Key_Tab); }
-void focusOut(QWidget *w, Qt::FocusReason reason)
-{
-    QFocusEvent out(QEvent::FocusOut, reason);
-    QApplication::sendEvent(w, &out);
-}
+void focusOut(QWidget *w, Qt::FocusReason reason) { QFocusEvent out(QEvent::FocusOut, reason); QApplication::sendEvent(w, &out); }
 QString boxOf(const FakeMessageBox &messages, int n) { return messages.shown.value(n).title + "|" + messages.shown.value(n).text; }
+
+// A row's daily mark, countdown and description colour: "1|0d 0h 5m 0s |#00ff00".
+QString rowState(LoadedMainWindow &m, int i)
+{
+    return QStringList{QString::number(m.t->lbl24[i]->isVisibleTo(m.t)), m.t->lblCountDownHours[i]->text(), back(m.t->txtACDetails[i]).name()}.join(u'|');
+}
 
 // Focus only moves between boxes of an active window. The row is made a
 // daily one five minutes ahead: marked, counted down and coloured.
@@ -140,8 +142,8 @@ private slots:
         const QString before = committed(m, which, 3);
         QTest::keyClicks(b, typed);
         // Typing unmarks, uncounts and whitens the row; the tick keeps the old value meanwhile.
-        QVERIFY(m.t->bDataChanged && !m.t->lbl24[3]->isVisibleTo(m.t) && m.t->lblCountDownHours[3]->text().isEmpty());
-        QVERIFY(back(m.t->txtACDetails[3]) == QColor(Qt::white) && committed(m, which, 3) == before);
+        QVERIFY(m.t->bDataChanged && committed(m, which, 3) == before);
+        QCOMPARE(rowState(m, 3), "0||#ffffff");
         m.state().bEvaluateNow = false;
         key ? QTest::keyClick(b, Qt::Key(key)) : leave(b);
         QCOMPARE(b->text() + "|" + committed(m, which, 3), result + "|" + result);
@@ -149,11 +151,24 @@ private slots:
         QCOMPARE(QApplication::focusWidget() == b, key != 0);
     }
 
-    void theTimeBoxFiltersTypedAndComposedTextAndIgnoresOtherWindows()
+    // The description leaves the row as it is unless it is empty; the time
+    // box drops what is no time, however it is typed; another window is not leaving.
+    void theDescriptionAndTheTimeBoxOfARow()
     {
         LoadedMainWindow m;
-        QVERIFY(activateWithDailyRow(m, 8));
-        QLineEdit *time = m.t->txtACTime[8];
+        m.state().intColorPick = 1; // Matrix
+        QVERIFY(activateWithDailyRow(m, 7));
+        m.t->bDataChanged = false;
+        QTest::keyClicks(m.t->txtACDetails[7], QStringLiteral("Call"));
+        QVERIFY(m.t->bDataChanged);
+        leave(m.t->txtACDetails[7]);
+        QCOMPARE(rowState(m, 7), "1|0d 0h 5m 0s |#00ff00");
+        m.t->txtACDetails[9]->setFocus(Qt::MouseFocusReason);
+        QTest::keyClicks(m.t->txtACDetails[9], QStringLiteral("Dentist"));
+        leave(m.t->txtACDetails[9]);
+        QCOMPARE(back(m.t->txtACDetails[9]), QColor(0, 64, 0)); // the scheme's colour
+
+        QLineEdit *time = m.t->txtACTime[7];
         time->setFocus(Qt::MouseFocusReason);
         time->clear();
         QTest::keyClicks(time, QStringLiteral("0a7Z"));
@@ -180,29 +195,11 @@ private slots:
         QApplication::clipboard()->setText(QStringLiteral("ab:cd"));
         QTest::keyClick(time, Qt::Key_A, Qt::ControlModifier);
         QTest::keyClick(time, Qt::Key_V, Qt::ControlModifier);
-        // Losing the focus to another window is not leaving.
         QWidget other;
         other.show();
         other.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&other));
-        QCOMPARE(time->text() + "|" + m.state().strAlarmTimes[8], QStringLiteral("ab:cd|14:10"));
-    }
-
-    void theDescriptionLeavesTheRowAsItIsUnlessItIsEmpty()
-    {
-        LoadedMainWindow m;
-        m.state().intColorPick = 1; // Matrix
-        QVERIFY(activateWithDailyRow(m, 7));
-        m.t->bDataChanged = false;
-        QTest::keyClicks(m.t->txtACDetails[7], QStringLiteral("Call"));
-        QVERIFY(m.t->bDataChanged);
-        leave(m.t->txtACDetails[7]);
-        QVERIFY(m.t->lblCountDownHours[7]->text() == "0d 0h 5m 0s " && back(m.t->txtACDetails[7]) == QColor(0, 255, 0));
-        // An empty row's description takes the scheme's colour on leaving.
-        m.t->txtACDetails[9]->setFocus(Qt::MouseFocusReason);
-        QTest::keyClicks(m.t->txtACDetails[9], QStringLiteral("Dentist"));
-        leave(m.t->txtACDetails[9]);
-        QCOMPARE(back(m.t->txtACDetails[9]), QColor(0, 64, 0));
+        QCOMPARE(time->text() + "|" + m.state().strAlarmTimes[7], QStringLiteral("ab:cd|14:10"));
     }
 
     void doubleClickFillsOrEmpties()
@@ -438,10 +435,8 @@ private slots:
         QFETCH(bool, limited);
         LoadedMainWindow m(withRows(13));
         m.w->mnuDonotAskAnyMoreQuestions->setChecked(limited);
-        const auto back = [&](int i) { return m.t->txtACDetails[i]->palette().color(QPalette::Base); };
         m.tickAt(at(7, 30)); // row 7 (08:00) within the hour, row 6 just passed
-        QVERIFY(m.t->lbl24[7]->isVisibleTo(m.t) && !m.t->lblCountDownHours[7]->text().isEmpty());
-        QVERIFY(back(7) == QColor(Qt::yellow) && back(6) == QColor(0x80, 0xFF, 0x80));
+        QCOMPARE(rowState(m, 7) + "|" + back(m.t->txtACDetails[6]).name(), "1|0d 0h 30m 0s |#ffff00|#80ff80");
         m.t->txtACDetails[7]->setText(QStringLiteral("edited"));
         m.fp.messages.answers = {MsgResult::No, MsgResult::No};
         m.state().bEvaluateNow = false;
@@ -454,23 +449,20 @@ private slots:
             m.fp.messages.answers = {MsgResult::Yes};
             m.t->cmdClearRow_Click(7);
         }
-        QCOMPARE(QStringList({shown(m.t, 7), QString::number(m.t->lbl24[7]->isVisibleTo(m.t)), m.t->lblCountDownHours[7]->text(), m.t->lblUrlToolTip[7]->text(),
-                              m.t->lblUrlToolTip[7]->accessibleDescription(), m.t->txtACDetails[8]->text(), back(7).name()}),
-                 QStringList({"||||", "0", "", "?", "Reveals the URL description.", "record 8", "#ffffff"}));
+        QCOMPARE(QStringList({shown(m.t, 7), rowState(m, 7), m.t->lblUrlToolTip[7]->text(), m.t->lblUrlToolTip[7]->accessibleDescription(), m.t->txtACDetails[8]->text()}),
+                 QStringList({"||||", "0||#ffffff", "?", "Reveals the URL description.", "record 8"}));
 
         m.fp.messages.shown.clear();
         m.fp.messages.answers = {MsgResult::No};
         m.state().bEvaluateNow = false;
         m.t->cmdClearForm_Click();
+        QCOMPARE(boxOf(m.fp.messages, 0) + m.t->txtACDetails[5]->text(), limited ? "|" : "CLEAR THE FORM: ARE YOU SURE?|" + kLoseWork + "record 5");
         QVERIFY(m.state().bEvaluateNow);
-        QCOMPARE(boxOf(m.fp.messages, 0), limited ? "|" : "CLEAR THE FORM: ARE YOU SURE?|" + kLoseWork);
-        QCOMPARE(m.t->txtACDetails[5]->text(), limited ? QString() : QStringLiteral("record 5"));
         m.t->bDataChanged = true;
         m.t->cmdClearForm_Click(); // Yes
-        QVERIFY(m.t->bDataChanged && back(6) == QColor(Qt::white)); // emptying the boxes leaves the flag as it was
+        QVERIFY(m.t->bDataChanged); // emptying the boxes leaves the flag as it was
         for (int i = 0; i < 13; ++i)
-            QCOMPARE(shown(m.t, i) + m.state().strAlarmTimes[size_t(i)] + m.t->lblCountDownHours[i]->text() + m.t->lblUrlToolTip[i]->text()
-                         + QString::number(m.t->lbl24[i]->isVisibleTo(m.t)), QStringLiteral("||||?0"));
+            QCOMPARE(shown(m.t, i) + m.state().strAlarmTimes[size_t(i)] + m.t->lblUrlToolTip[i]->text() + rowState(m, i), QStringLiteral("||||?0||#ffffff"));
         // Nothing is stored until the blank window is saved: thirteen empty records.
         const QString named = QStringLiteral("SELECT count(*) FROM tblalarmclock WHERE stralarmclock IS NOT NULL");
         QCOMPARE(m.rows(named), QStringList("13"));
@@ -548,19 +540,22 @@ private slots:
         QCOMPARE(counter.requests, 0);
     }
 
-    // At 14:05:00, Regular scheme: far ahead, within eight, dated and sounded,
-    // and a date that is none (daily, passed); a daily row counts down again after midnight.
+    // A row with no time is left as it was, and one that cannot be evaluated
+    // silences no other. At 14:05:00, Regular scheme: far ahead, within
+    // eight, dated and sounded, and a date that is none (daily, passed).
     void countdownAndStateColourFollowTheRow()
     {
         LoadedMainWindow m;
-        const QStringList dates{"Oct 01, 2031", "", "Sep 29, 2031", "tomorrow"}, times{"14:05", "14:06", "14:10", "13:30"};
-        const QStringList countdowns{"1d 0h 0m 0s ", "0d 0h 1m 0s ", "done", "zZZzz"};
-        const QList<QColor> colours{QColor(255, 255, 255), QColor(0, 255, 0), QColor(255, 0, 0), QColor(128, 255, 128)};
-        for (int i = 0; i < 4; ++i)
+        const QStringList dates{"Sep 30, 2031", "", "Oct 01, 2031", "", "Sep 29, 2031", "tomorrow"}, times{"", "1::23", "14:05", "14:06", "14:10", "13:30"};
+        for (int i = 0; i < 6; ++i)
             m.setRow(i, dates[i], times[i]);
+        m.t->lblCountDownHours[0]->setText(QStringLiteral("as it was"));
         m.tickAt(at(14, 5));
-        for (int i = 0; i < 4; ++i)
-            QVERIFY2(m.t->lblCountDownHours[i]->text() == countdowns[i] && back(m.t->txtACDetails[i]) == colours[i], qPrintable(times[i]));
+        QCOMPARE(QStringList({m.t->lblCountDownHours[0]->text(), rowState(m, 2), rowState(m, 3), rowState(m, 4), rowState(m, 5)}),
+                 QStringList({"as it was", "0|1d 0h 0m 0s |#ffffff", "0|0d 0h 1m 0s |#00ff00", "0|done|#ff0000", "0|zZZzz|#80ff80"}));
+        m.tickAt(at(14, 6));
+        QVERIFY(m.fp.sound.played.size() == 1 && m.fp.messages.shown.isEmpty());
+        // A daily row counts down again after midnight.
         m.setRow(6, QString(), QStringLiteral("00:01"));
         m.tickAt(at(23, 59));
         QCOMPARE(m.t->lblCountDownHours[6]->text(), QStringLiteral("zZZzz"));
@@ -624,21 +619,6 @@ private slots:
         m.state().bEvaluateNow = false;
         m.t->Form_Resize(2);
         QVERIFY(m.state().bEvaluateNow && m.w->size() == QSize(804, 616) && (!legend || !legend->isVisible()));
-    }
-
-    void aRowThatCannotBeEvaluatedSilencesNoOther()
-    {
-        LoadedMainWindow m;
-        m.setRow(0, QStringLiteral("Sep 30, 2031"), QString()); // no time: left alone
-        m.t->lblCountDownHours[0]->setText(QStringLiteral("as it was"));
-        m.setRow(1, QString(), QStringLiteral("14:10"));
-        m.setRow(2, QString(), QStringLiteral("1::23"));
-        m.setRow(3, QString(), QStringLiteral("14:06"));
-        m.tickAt(at(14, 5));
-        QCOMPARE(QStringList({m.t->lblCountDownHours[0]->text(), m.t->lblCountDownHours[1]->text(), m.t->lblCountDownHours[3]->text()}),
-                 QStringList({"as it was", "0d 0h 5m 0s ", "0d 0h 1m 0s "}));
-        m.tickAt(at(14, 6));
-        QVERIFY(m.fp.sound.played.size() == 1 && m.fp.messages.shown.isEmpty());
     }
 
     // The clock as it moves in life: stalls, sleeps, settings and the two
