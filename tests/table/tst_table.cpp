@@ -36,10 +36,7 @@ void focusOut(QWidget *w, Qt::FocusReason reason) { QFocusEvent out(QEvent::Focu
 QString boxOf(const FakeMessageBox &messages, int n) { return messages.shown.value(n).title + "|" + messages.shown.value(n).text; }
 
 // A row's daily mark, countdown and description colour: "1|0d 0h 5m 0s |#00ff00".
-QString rowState(LoadedMainWindow &m, int i)
-{
-    return QStringList{QString::number(m.t->lbl24[i]->isVisibleTo(m.t)), m.t->lblCountDownHours[i]->text(), back(m.t->txtACDetails[i]).name()}.join(u'|');
-}
+QString rowState(LoadedMainWindow &m, int i) { return QStringList{QString::number(m.t->lbl24[i]->isVisibleTo(m.t)), m.t->lblCountDownHours[i]->text(), back(m.t->txtACDetails[i]).name()}.join(u'|'); }
 
 // Focus only moves between boxes of an active window. The row is made a
 // daily one five minutes ahead: marked, counted down and coloured.
@@ -73,16 +70,8 @@ std::function<void(FakePlatform &)> withRows(int count)
 }
 
 // Row 0 trips at 14:06, with the sound-times box as given.
-void armRow0(LoadedMainWindow &m, const QString &times)
-{
-    m.t->txtSoundOffTimes->setText(times);
-    m.setRow(0, QString(), QStringLiteral("14:06"));
-}
-
-QString copyOfTheAlarm(LoadedMainWindow &m, const QString &name)
-{
-    return QFile::copy(m.fp.testDir.filePath(QStringLiteral("alarm.wav")), m.fp.testDir.filePath(name)) ? m.fp.testDir.filePath(name) : QString();
-}
+void armRow0(LoadedMainWindow &m, const QString &times) { m.t->txtSoundOffTimes->setText(times); m.setRow(0, QString(), QStringLiteral("14:06")); }
+QString copyOfTheAlarm(LoadedMainWindow &m, const QString &name) { return QFile::copy(m.fp.testDir.filePath("alarm.wav"), m.fp.testDir.filePath(name)) ? m.fp.testDir.filePath(name) : QString(); }
 
 // A main window link that cannot open any window.
 struct NoWindows : ShellLink {
@@ -277,8 +266,7 @@ private slots:
         m.t->cmdSetDateTime_Click(2);
         m.tickAt(at(14, 5, 0, 300));
         QCOMPARE(m.fp.sound.played.size(), 1);
-        // The stored setting opens the row at start-up, untouched.
-        LoadedMainWindow stored(withSql({"UPDATE tblprogramsetting SET booTimeRow = True"}));
+        LoadedMainWindow stored(withSql({"UPDATE tblprogramsetting SET booTimeRow = True"})); // opens the row at start-up, untouched
         QVERIFY(stored.t->txtJumpDay->isVisibleTo(stored.t) && stored.t->txtJumpDay->text() == "0");
     }
 
@@ -716,10 +704,7 @@ private slots:
         // The next alarm starts a fresh cycle; the notification's Stop during
         // its first play silences that play and ends the cycle.
         int stopsDuringPlay = -1;
-        m.fp.sound.onPlay = [&](const QString &) {
-            m.fp.notifier.pressStop();
-            stopsDuringPlay = m.fp.sound.stops;
-        };
+        m.fp.sound.onPlay = [&](const QString &) { m.fp.notifier.pressStop(), stopsDuringPlay = m.fp.sound.stops; };
         m.setRow(1, QString(), QStringLiteral("14:07"));
         m.tickAt(at(14, 7));
         QVERIFY(stopsDuringPlay == 2 && m.fp.sound.played.size() == 2 && m.state().lngAlarmPlaysLeft == 0);
