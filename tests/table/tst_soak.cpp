@@ -34,11 +34,8 @@ private slots:
             } else if (s == repeatAt) {
                 m.t->tmrAlarmSound_Timer();
                 repeatAt = m.t->tmrAlarmSound->isActive() ? s + 15 : -1;
-                if (repeatAt > 0 && trips % 3 == 0) {
-                    m.t->cmdSnooze_Click();
-                    ++snoozes;
-                    repeatAt = -1;
-                }
+                if (repeatAt > 0 && trips % 3 == 0) // every third alarm is snoozed after its second play
+                    m.t->cmdSnooze_Click(), ++snoozes, repeatAt = -1;
             }
             if (s % 3600 == 1800)
                 m.t->cmdSave_Click();

@@ -113,6 +113,7 @@ private slots:
         QTest::newRow("date, Return") << Box::Date << "30 sep 2031" << int(Qt::Key_Return) << "Sep 30, 2031" << false;
         QTest::newRow("time too big") << Box::Time << "25 10" << 0 << "00:10" << true;
         QTest::newRow("not five long") << Box::Time << "7:30" << 0 << "" << false;
+        QTest::newRow("five long, no time") << Box::Time << "12  3" << 0 << "" << false;
         QTest::newRow("time, keypad Enter") << Box::Time << "7:3" << int(Qt::Key_Enter) << "" << false;
     }
     void typingMarksTheRowChangedAndLeavingOrEnterCommits()
