@@ -1,32 +1,42 @@
 // The table window: entry through real key, focus and mouse events, the time
-// row, its switches and sound-times box, the pop-up, and its background.
+// row and switches, moving the 13 rows to and from the database, the clock
+// tick on a fake clock, and the sounding cycle after a trip.
 
 #include "fakes/LoadedMainWindow.h"
 #include "platform/qt/QtPictureLoader.h"
 
 #include <QAction>
 #include <QCheckBox>
+#include <QClipboard>
 #include <QInputMethodEvent>
 #include <QLabel>
-#include <QMdiSubWindow>
 #include <QPointer>
 #include <QPushButton>
+#include <QRandomGenerator>
 #include <QTest>
+#include <QTimer>
+
+#include <ctime>
 
 enum class Box { Date, Time };
 Q_DECLARE_METATYPE(Box)
 
 namespace {
 
+const QString kLoseWork = QStringLiteral("You will lose any of your current work, are you sure?");
+
+// A moment on Sep 30, 2031. Built when asked for: the zone is set at the start.
+QDateTime at(int h, int mi, int s = 0, int ms = 0) { return QDateTime(QDate(2031, 9, 30), QTime(h, mi, s, ms)); }
+
 QLineEdit *box(LoadedMainWindow &m, Box which, int row) { return (which == Box::Date ? m.t->txtACDate : m.t->txtACTime)[row]; }
 QString committed(LoadedMainWindow &m, Box which, int row) { return (which == Box::Date ? m.state().strAlarmDates : m.state().strAlarmTimes)[size_t(row)]; }
 QColor back(QLineEdit *b) { return b->palette().color(QPalette::Base); }
 void leave(QLineEdit *b) { QTest::keyClick(b, Qt::Key_Tab); }
-void focusOut(QWidget *w, Qt::FocusReason reason)
-{
-    QFocusEvent out(QEvent::FocusOut, reason);
-    QApplication::sendEvent(w, &out);
-}
+void focusOut(QWidget *w, Qt::FocusReason reason) { QFocusEvent out(QEvent::FocusOut, reason); QApplication::sendEvent(w, &out); }
+QString boxOf(const FakeMessageBox &messages, int n) { return messages.shown.value(n).title + "|" + messages.shown.value(n).text; }
+
+// A row's daily mark, countdown and description colour: "1|0d 0h 5m 0s |#00ff00".
+QString rowState(LoadedMainWindow &m, int i) { return QStringList{QString::number(m.t->lbl24[i]->isVisibleTo(m.t)), m.t->lblCountDownHours[i]->text(), back(m.t->txtACDetails[i]).name()}.join(u'|'); }
 
 // Focus only moves between boxes of an active window. The row is made a
 // daily one five minutes ahead: marked, counted down and coloured.
@@ -38,14 +48,36 @@ bool activateWithDailyRow(LoadedMainWindow &m, int row)
     m.setRow(row, QString(), QStringLiteral("14:10"));
     m.t->txtACTime[row]->setFocus(Qt::MouseFocusReason);
     m.t->txtACDetails[row]->setFocus(Qt::MouseFocusReason);
-    m.tickAt(QDateTime(QDate(2031, 9, 30), QTime(14, 5, 0)));
+    m.tickAt(at(14, 5));
     return m.t->lbl24[row]->isVisibleTo(m.t);
 }
 
+// The five texts of a row as the window shows them.
+QString shown(frmAlarmClock *t, int i)
+{
+    return QStringList{t->txtACDate[i]->text(), t->txtACTime[i]->text(), t->txtACDetails[i]->text(), t->txtURL[i]->text(),
+                       t->txtWAVEFileNamePath[i]->text()}.join(u'|');
+}
+
+// Daily rows "record i" at i+1 o'clock.
+std::function<void(FakePlatform &)> withRows(int count)
+{
+    QStringList inserts;
+    for (int i = 0; i < count; ++i)
+        inserts << QStringLiteral("INSERT INTO tblalarmclock (dtalarmclockhhnn, stralarmclock, strURL, strWAVEFileNamePath) "
+                                  "VALUES ('%1:00', 'record %2', 'u', 's')").arg(i + 1, 2, 10, QLatin1Char('0')).arg(i);
+    return withSql(inserts);
+}
+
+// Row 0 trips at 14:06, with the sound-times box as given.
+void armRow0(LoadedMainWindow &m, const QString &times) { m.t->txtSoundOffTimes->setText(times); m.setRow(0, QString(), QStringLiteral("14:06")); }
+QString copyOfTheAlarm(LoadedMainWindow &m, const QString &name) { return QFile::copy(m.fp.testDir.filePath("alarm.wav"), m.fp.testDir.filePath(name)) ? m.fp.testDir.filePath(name) : QString(); }
+
 // A main window link that cannot open any window.
 struct NoWindows : ShellLink {
-    void setMenuPair(MenuPair, bool) override {}
     bool questionsLimited() const override { return false; }
+    QWidget *mainPictureTarget() override { return nullptr; }
+    void setMenuPair(MenuPair, bool) override {}
     void subMinimizeToTray(bool, const QString &) override {}
     void subRemoveTrayIcon() override {}
     void restoreMainWindow() override {}
@@ -53,7 +85,6 @@ struct NoWindows : ShellLink {
     void subUnloadSecondaryForms() override {}
     void maximizeTableWindow() override {}
     void subApplyMDIProgramSettings() override {}
-    QWidget *mainPictureTarget() override { return nullptr; }
 };
 
 } // namespace
@@ -62,6 +93,14 @@ class TableTest : public QObject {
     Q_OBJECT
 
 private slots:
+    void initTestCase()
+    {
+        qputenv("TZ", "Europe/Berlin"); // a zone with daylight saving, for the clock-change days
+        tzset();
+    }
+
+    // --- Entry -----------------------------------------------------------------
+
     void typingMarksTheRowChangedAndLeavingOrEnterCommits_data()
     {
         QTest::addColumn<Box>("which");
@@ -74,6 +113,7 @@ private slots:
         QTest::newRow("date, Return") << Box::Date << "30 sep 2031" << int(Qt::Key_Return) << "Sep 30, 2031" << false;
         QTest::newRow("time too big") << Box::Time << "25 10" << 0 << "00:10" << true;
         QTest::newRow("not five long") << Box::Time << "7:30" << 0 << "" << false;
+        QTest::newRow("five long, no time") << Box::Time << "12  3" << 0 << "" << false;
         QTest::newRow("time, keypad Enter") << Box::Time << "7:3" << int(Qt::Key_Enter) << "" << false;
     }
     void typingMarksTheRowChangedAndLeavingOrEnterCommits()
@@ -92,9 +132,8 @@ private slots:
         const QString before = committed(m, which, 3);
         QTest::keyClicks(b, typed);
         // Typing unmarks, uncounts and whitens the row; the tick keeps the old value meanwhile.
-        QVERIFY(m.t->bDataChanged && !m.t->lbl24[3]->isVisibleTo(m.t) && m.t->lblCountDownHours[3]->text().isEmpty());
-        QCOMPARE(back(m.t->txtACDetails[3]), QColor(Qt::white));
-        QCOMPARE(committed(m, which, 3), before);
+        QVERIFY(m.t->bDataChanged && committed(m, which, 3) == before);
+        QCOMPARE(rowState(m, 3), "0||#ffffff");
         m.state().bEvaluateNow = false;
         key ? QTest::keyClick(b, Qt::Key(key)) : leave(b);
         QCOMPARE(b->text() + "|" + committed(m, which, 3), result + "|" + result);
@@ -102,11 +141,24 @@ private slots:
         QCOMPARE(QApplication::focusWidget() == b, key != 0);
     }
 
-    void theTimeBoxFiltersTypedAndComposedTextAndIgnoresOtherWindows()
+    // The description leaves the row as it is unless it is empty; the time
+    // box drops what is no time, however it is typed; another window is not leaving.
+    void theDescriptionAndTheTimeBoxOfARow()
     {
         LoadedMainWindow m;
-        QVERIFY(activateWithDailyRow(m, 8));
-        QLineEdit *time = m.t->txtACTime[8];
+        m.state().intColorPick = 1; // Matrix
+        QVERIFY(activateWithDailyRow(m, 7));
+        m.t->bDataChanged = false;
+        QTest::keyClicks(m.t->txtACDetails[7], QStringLiteral("Call"));
+        QVERIFY(m.t->bDataChanged);
+        leave(m.t->txtACDetails[7]);
+        QCOMPARE(rowState(m, 7), "1|0d 0h 5m 0s |#00ff00");
+        m.t->txtACDetails[9]->setFocus(Qt::MouseFocusReason);
+        QTest::keyClicks(m.t->txtACDetails[9], QStringLiteral("Dentist"));
+        leave(m.t->txtACDetails[9]);
+        QCOMPARE(back(m.t->txtACDetails[9]), QColor(0, 64, 0)); // the scheme's colour
+
+        QLineEdit *time = m.t->txtACTime[7];
         time->setFocus(Qt::MouseFocusReason);
         time->clear();
         QTest::keyClicks(time, QStringLiteral("0a7Z"));
@@ -126,56 +178,35 @@ private slots:
         time->setCursorPosition(2);
         QTest::keyClick(time, Qt::Key_Space);
         QCOMPARE(time->text(), QStringLiteral("07:30"));
-        // Losing the focus to another window is not leaving.
-        time->setText(QStringLiteral("7:30"));
+        // Shortcuts work as in any text box: Ctrl+A, then typing replaces; Ctrl+V pastes what no key could type.
+        QTest::keyClick(time, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClicks(time, QStringLiteral("08 15"));
+        QCOMPARE(time->text(), QStringLiteral("08:15"));
+        QApplication::clipboard()->setText(QStringLiteral("ab:cd"));
+        QTest::keyClick(time, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClick(time, Qt::Key_V, Qt::ControlModifier);
         QWidget other;
         other.show();
         other.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&other));
-        QCOMPARE(time->text() + "|" + m.state().strAlarmTimes[8], QStringLiteral("7:30|14:10"));
+        QCOMPARE(time->text() + "|" + m.state().strAlarmTimes[7], QStringLiteral("ab:cd|14:10"));
     }
 
-    void theDescriptionLeavesTheRowAsItIsUnlessItIsEmpty()
-    {
-        LoadedMainWindow m;
-        m.state().intColorPick = 1; // Matrix
-        QVERIFY(activateWithDailyRow(m, 7));
-        m.t->bDataChanged = false;
-        QTest::keyClicks(m.t->txtACDetails[7], QStringLiteral("Call"));
-        QVERIFY(m.t->bDataChanged);
-        leave(m.t->txtACDetails[7]);
-        QVERIFY(m.t->lblCountDownHours[7]->text() == "0d 0h 5m 0s " && back(m.t->txtACDetails[7]) == QColor(0, 255, 0));
-        // An empty row's description takes the scheme's colour on leaving.
-        m.t->txtACDetails[9]->setFocus(Qt::MouseFocusReason);
-        QTest::keyClicks(m.t->txtACDetails[9], QStringLiteral("Dentist"));
-        leave(m.t->txtACDetails[9]);
-        QCOMPARE(back(m.t->txtACDetails[9]), QColor(0, 64, 0));
-    }
-
-    void doubleClickFillsOrEmpties_data()
-    {
-        QTest::addColumn<Box>("which");
-        QTest::addColumn<QString>("filled");
-        // Now is Sep 30, 2031 14:05; the offsets are 3 days and 70 minutes.
-        QTest::newRow("date") << Box::Date << "Oct 03, 2031";
-        QTest::newRow("time") << Box::Time << "15:15";
-    }
     void doubleClickFillsOrEmpties()
     {
-        QFETCH(Box, which);
-        QFETCH(QString, filled);
-        LoadedMainWindow m;
+        LoadedMainWindow m; // now is Sep 30, 2031 14:05; the offsets are 3 days and 70 minutes
         m.t->txtJumpDay->setText(QStringLiteral("3"));
         m.t->txtJumpMinutes->setText(QStringLiteral("70"));
-        QLineEdit *b = box(m, which, 11);
-        b->setText(QStringLiteral("   ")); // blanks count as empty
-        for (const QString &expected : {filled, QString()}) {
-            m.state().bEvaluateNow = false;
-            QTest::mouseDClick(b, Qt::LeftButton);
-            QCOMPARE(b->text() + "|" + committed(m, which, 11), expected + "|" + expected);
-            QVERIFY(m.state().bEvaluateNow);
+        for (const Box which : {Box::Date, Box::Time}) {
+            QLineEdit *b = box(m, which, 11), *other = box(m, which == Box::Date ? Box::Time : Box::Date, 11);
+            b->setText(QStringLiteral("   ")); // blanks count as empty
+            for (const QString expected : {which == Box::Date ? "Oct 03, 2031" : "15:15", ""}) {
+                m.state().bEvaluateNow = false;
+                QTest::mouseDClick(b, Qt::LeftButton);
+                QCOMPARE(b->text() + "|" + committed(m, which, 11) + "|" + other->text(), expected + "|" + expected + "|");
+                QVERIFY(m.state().bEvaluateNow);
+            }
         }
-        QCOMPARE(box(m, which == Box::Date ? Box::Time : Box::Date, 11)->text(), QString());
     }
 
     void theTimeRow()
@@ -184,7 +215,6 @@ private slots:
         m.w->activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(m.w.get()));
         QTest::mouseClick(m.t->chkTimeRow, Qt::LeftButton);
-        QVERIFY(m.t->chkTimeRow->isChecked() && m.w->mnuActivateTimeRow->isChecked() && !m.w->mnuDeactivateTimeRow->isChecked());
         // Entering an offset box clears a resting "0"; leaving rewrites its number; another window is not leaving.
         for (QLineEdit *b : m.t->txtJump) {
             QTest::mouseClick(b, Qt::LeftButton);
@@ -205,7 +235,7 @@ private slots:
         m.t->txtJumpMinutes->setText(QStringLiteral("abc"));
         m.t->lbl24[6]->setVisible(true);
         m.state().bEvaluateNow = false;
-        m.fp.clock.set(QDateTime(QDate(2031, 9, 30), QTime(14, 5, 59, 999)));
+        m.fp.clock.set(at(14, 5, 59, 999));
         QTest::mouseClick(m.t->cmdSetDateTime[6], Qt::LeftButton);
         QCOMPARE(m.t->txtACDate[6]->text() + "|" + m.state().strAlarmTimes[6], QStringLiteral("Oct 01, 2031|16:05"));
         QVERIFY(!m.t->lbl24[6]->isVisibleTo(m.t) && m.state().bEvaluateNow);
@@ -233,67 +263,33 @@ private slots:
         QVERIFY(m.t->txtJumpMinutes->text() == "0" && back(m.t->txtJumpMinutes) == QColor(Qt::white));
 
         // With no offset, SET in a minute's first second trips at once.
-        m.fp.clock.set(QDateTime(QDate(2031, 9, 30), QTime(14, 5, 0, 100)));
+        m.fp.clock.set(at(14, 5, 0, 100));
         m.t->cmdSetDateTime_Click(2);
-        m.tickAt(QDateTime(QDate(2031, 9, 30), QTime(14, 5, 0, 300)));
+        m.tickAt(at(14, 5, 0, 300));
         QCOMPARE(m.fp.sound.played.size(), 1);
-        // The stored setting opens the row at start-up, untouched.
-        LoadedMainWindow stored(withSql({"UPDATE tblprogramsetting SET booTimeRow = True"}));
+        LoadedMainWindow stored(withSql({"UPDATE tblprogramsetting SET booTimeRow = True"})); // opens the row at start-up, untouched
         QVERIFY(stored.t->txtJumpDay->isVisibleTo(stored.t) && stored.t->txtJumpDay->text() == "0");
     }
 
-    void soundTimesAreStoredOnLeaving_data()
+    // The sound-times box is stored on leaving it, not on losing the focus to
+    // another window. Activation asks for an evaluation.
+    void soundTimesAndActivation()
     {
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<int>("stored");
-        QTest::newRow("zero") << "0" << 1;
-        QTest::newRow("blanks and a fraction") << " 4.6 " << 5;
-        QTest::newRow("too big for the box") << "70000" << 1;
-    }
-    void soundTimesAreStoredOnLeaving()
-    {
-        QFETCH(QString, typed);
-        QFETCH(int, stored);
         LoadedMainWindow m;
-        m.t->txtSoundOffTimes->setText(typed);
-        focusOut(m.t->txtSoundOffTimes, Qt::ActiveWindowFocusReason); // another window: not leaving
-        QCOMPARE(m.setting("intSoundAlarmTimes"), "3");
-        focusOut(m.t->txtSoundOffTimes, Qt::TabFocusReason);
-        QCOMPARE(m.t->txtSoundOffTimes->text() + "|" + m.setting("intSoundAlarmTimes"), QString::number(stored) + "|" + QString::number(stored));
-    }
-
-    void loadResizeAndActivation()
-    {
-        LoadedMainWindow m(withSql({"UPDATE tblprogramsetting SET booSound = 0, intSoundAlarmTimes = 2"}));
-        // Sound is turned on, then the stored switch wins.
-        QVERIFY(m.t->tmrAlarmClock->isActive() && m.t->txtSoundOffTimes->text() == "2" && !m.t->bDataChanged);
-        QVERIFY(!m.t->chkSoundOnOff->isChecked() && m.w->mnuSoundOff->isChecked());
-        QPointer<QWidget> legend = m.w->showForm(SecondaryForm::Legend);
-        m.w->resize(900, 700);
-        m.state().bEvaluateNow = false;
-        m.t->Form_Resize(2);
-        QVERIFY(m.state().bEvaluateNow && m.w->size() == QSize(804, 616) && (!legend || !legend->isVisible()));
+        QVERIFY(m.t->tmrAlarmClock->isActive() && !m.t->bDataChanged);
+        QString stored = QStringLiteral("3");
+        for (const QStringList &c : QList<QStringList>{{"0", "1"}, {" 4.6 ", "5"}, {"70000", "1"}}) { // the last too big for the box
+            m.t->txtSoundOffTimes->setText(c[0]);
+            focusOut(m.t->txtSoundOffTimes, Qt::ActiveWindowFocusReason);
+            QCOMPARE(m.setting("intSoundAlarmTimes"), stored);
+            focusOut(m.t->txtSoundOffTimes, Qt::TabFocusReason);
+            stored = c[1];
+            QCOMPARE(m.t->txtSoundOffTimes->text() + "|" + m.setting("intSoundAlarmTimes"), stored + "|" + stored);
+        }
         m.state().bEvaluateNow = false;
         QEvent activate(QEvent::WindowActivate);
         QApplication::sendEvent(m.t, &activate);
         QVERIFY(m.state().bEvaluateNow);
-        // A broken settings table is reported by the sound-times reader.
-        QVERIFY(m.sql("ALTER TABLE tblprogramsetting RENAME TO moved"));
-        m.t->subApplyAlarmClockFormProgramSettings();
-        QVERIFY(m.fp.messages.shown.size() == 1 && m.fp.messages.shown[0].text.startsWith(QStringLiteral("subApplyAlarmClockFormProgramSettings\r\n")));
-    }
-
-    // The pop-up brings the window back in its normal state, even from maximized.
-    void anAlarmPopsUpTheWindowInItsNormalState()
-    {
-        LoadedMainWindow m(withSql({"UPDATE tblprogramsetting SET booAlarmPopupForm = 1"}));
-        m.w->setWindowState(Qt::WindowMaximized);
-        m.w->mnuMinimizeToTrayNow->trigger();
-        QVERIFY(!m.w->isVisible());
-        m.setRow(0, QString(), QStringLiteral("14:06"));
-        m.tickAt(QDateTime(QDate(2031, 9, 30), QTime(14, 6, 0)));
-        QVERIFY(m.w->isVisible() && m.state().intMDIWindowState == 0);
-        QCOMPARE(m.w->windowState() & (Qt::WindowMinimized | Qt::WindowMaximized), Qt::WindowStates());
     }
 
     // A picture that cannot be read leaves the one shown before, under the new colours.
@@ -320,6 +316,485 @@ private slots:
         QCOMPARE(fp.messages.texts(), QStringList({"cmdEditURL_Click\r\n91\r\nObject variable or With block variable not set",
                                                    "cmdSoundRow_Click\r\n91\r\nObject variable or With block variable not set"}));
         QCOMPARE(fp.messages.shown[1].title, "ERROR");
+    }
+
+    // --- The rows and the database ----------------------------------------------
+
+    // Quotes, SQL, control characters, right-to-left marks and a long text
+    // come back exactly as typed (bracketed: blanks at the ends are trimmed on loading).
+    void allThirteenRowsSurviveSaveAndARestart()
+    {
+        QString junk = QStringLiteral("[");
+        QRandomGenerator random(20311030);
+        for (int c = 1; c < 556; ++c) // every Latin-1 character, then 300 from below the surrogates
+            junk += QChar(char16_t(c < 256 ? c : random.bounded(1, 0xD800)));
+        const QStringList texts{"it's \"quoted\" `back` \\ %s %n ?1 :name", "'); DROP TABLE tblalarmclock; --", junk + "]",
+                                QStringLiteral(u"\u200Fright\u202Eto-left\u202C \u05E9\u05DC\u05D5\u05DD"), QStringLiteral("0123456789").repeated(1000)};
+        LoadedMainWindow m;
+        QStringList typed;
+        for (int i = 0; i < 13; ++i) {
+            m.t->txtACDate[i]->setText(i % 3 ? QStringLiteral("oct %1 2031").arg(i + 10) : QString());
+            m.t->txtACTime[i]->setText(QStringLiteral("%1:%2").arg(i + 6, 2, 10, QLatin1Char('0')).arg(i * 4, 2, 10, QLatin1Char('0')));
+            m.t->txtACDetails[i]->setText(texts[i % 5]);
+            m.t->txtURL[i]->setText(i == 5 ? QString(220, u'u') : texts[(i + 1) % 5]);
+            m.t->txtWAVEFileNamePath[i]->setText(texts[(i + 2) % 5]);
+            m.t->txtACDate_LostFocus(i);
+            m.t->txtACTime_LostFocus(i);
+            typed << shown(m.t, i);
+        }
+        m.t->txtACDate[2]->setText(QStringLiteral("someday")); // not a date: saved without one
+        m.t->cmdSave_Click();
+        QVERIFY(!m.t->bDataChanged && m.fp.messages.shown.isEmpty());
+        typed[2] = shown(m.t, 2);
+        // Daily rows store no date and carry the repeat mark, which loading ignores.
+        QCOMPARE(m.rows("SELECT dtalarmclockmmmddyyyy, booRepeat FROM tblalarmclock ORDER BY lngalarmclockid LIMIT 3"),
+                 (QStringList{"NULL|1", "Oct 11, 2031|0", "NULL|0"}));
+        mdiAlarmClock again(m.fp.platform()); // as after a restart
+        again.MDIForm_Load();
+        frmAlarmClock *t = again.tableWindow();
+        for (int i = 0; i < 13; ++i) {
+            QVERIFY2(shown(t, i) == typed[i], qPrintable(QString::number(i)));
+            QCOMPARE(QStringList({QString::number(t->lbl24[i]->isVisibleTo(t)), again.state().strAlarmTimes[size_t(i)], t->lblUrlToolTip[i]->text(),
+                                  t->lblUrlToolTip[i]->toolTip(), t->lblUrlToolTip[i]->accessibleDescription()}),
+                     QStringList({QString::number(t->txtACDate[i]->text().isEmpty()), t->txtACTime[i]->text(), "*", t->txtURL[i]->text(), t->txtURL[i]->text()}));
+        }
+    }
+
+    void aLongTableShowsTheFirstThirteenByKey()
+    {
+        LoadedMainWindow m([](FakePlatform &fp) {
+            withRows(15)(fp); // physical order differs from key order
+            TestDatabase(fp.testDir.dbPath()).exec("UPDATE tblalarmclock SET lngalarmclockid = lngalarmclockid + 100 WHERE lngalarmclockid <= 2");
+        });
+        QCOMPARE(m.t->txtACDetails[0]->text() + "|" + m.t->txtACDetails[12]->text(), QStringLiteral("record 2|record 14"));
+    }
+
+    // The daily mark is derived, never read; a stored time that is none is emptied.
+    void aShortTableShowsItsRowsInDisplayFormAndEmptiesTheRest()
+    {
+        LoadedMainWindow m(withSql({"INSERT INTO tblalarmclock (dtalarmclockmmmddyyyy, dtalarmclockhhnn, booRepeat) VALUES "
+                                    "('junk', '07:30', 0), (NULL, NULL, 1), ('  sep 30 2031 ', '7:5', 1), (NULL, 'ab:cd', 0)"}));
+        QVERIFY(m.t->lbl24[0]->isVisibleTo(m.t) && !m.t->lbl24[1]->isVisibleTo(m.t) && !m.t->lbl24[2]->isVisibleTo(m.t) && !m.t->lbl24[3]->isVisibleTo(m.t));
+        QCOMPARE(QStringList({m.t->txtACDate[0]->text(), m.t->txtACDate[2]->text() + " " + m.t->txtACTime[2]->text(), m.t->txtACTime[3]->text()}),
+                 QStringList({"junk", "Sep 30, 2031 07:05", ""}));
+        QCOMPARE(m.t->lblUrlToolTip[0]->text() + m.t->lblUrlToolTip[0]->toolTip(), QStringLiteral("?Reveals the URL description."));
+        // Rows past the table's end are emptied but keep their address, marker and sound.
+        m.t->txtURL[12]->setText(QStringLiteral("https://kept.example"));
+        m.t->lblUrlToolTip[12]->setText(QStringLiteral("!"));
+        m.t->txtWAVEFileNamePath[12]->setText(QStringLiteral("/kept.wav"));
+        m.t->txtACDetails[12]->setText(QStringLiteral("goes"));
+        m.t->lbl24[12]->setVisible(true);
+        m.t->basLoadAlarmClocks(false);
+        QCOMPARE(shown(m.t, 12) + m.t->lblUrlToolTip[12]->text(), QStringLiteral("|||https://kept.example|/kept.wav!"));
+        QVERIFY(!m.t->lbl24[12]->isVisibleTo(m.t));
+    }
+
+    void reloadingAsksOnlyWhenThereIsSomethingToLose()
+    {
+        LoadedMainWindow m(withRows(1));
+        m.t->cmdLoad_Click();
+        QVERIFY(m.fp.messages.shown.isEmpty());
+        m.t->txtACDetails[0]->setText(QStringLiteral("edited"));
+        m.fp.messages.answers = {MsgResult::No};
+        m.t->cmdLoad_Click();
+        QCOMPARE(boxOf(m.fp.messages, 0), "UNDO and RELOAD PREVIOUS DATA: ARE YOU SURE?|" + kLoseWork);
+        QVERIFY(m.fp.messages.shown[0].buttons == MsgButtons::YesNo && m.t->txtACDetails[0]->text() == "edited" && !m.t->bDataChanged);
+        // No still cleared the flag: the next Load reloads without asking; Yes reloads; so does a limit on questions.
+        for (const QString edit : {"", "edited again", "unasked"}) {
+            m.w->mnuDonotAskAnyMoreQuestions->setChecked(edit == "unasked");
+            if (!edit.isEmpty())
+                m.t->txtACDetails[0]->setText(edit);
+            m.t->cmdLoad_Click();
+            QCOMPARE(m.t->txtACDetails[0]->text(), QStringLiteral("record 0"));
+        }
+        QCOMPARE(m.fp.messages.shown.size(), 2);
+    }
+
+    // Clearing asks first (unless questions are limited), empties the row's
+    // boxes, marks and colours, and stores nothing. No leaves the boxes, yet
+    // clears the changed flag and re-evaluates.
+    void clearingARowOrTheForm_data()
+    {
+        QTest::addColumn<bool>("limited");
+        QTest::newRow("asking") << false;
+        QTest::newRow("questions limited") << true;
+    }
+    void clearingARowOrTheForm()
+    {
+        QFETCH(bool, limited);
+        LoadedMainWindow m(withRows(13));
+        m.w->mnuDonotAskAnyMoreQuestions->setChecked(limited);
+        m.tickAt(at(7, 30)); // row 7 (08:00) within the hour, row 6 just passed
+        QCOMPARE(rowState(m, 7) + "|" + back(m.t->txtACDetails[6]).name(), "1|0d 0h 30m 0s |#ffff00|#80ff80");
+        m.t->txtACDetails[7]->setText(QStringLiteral("edited"));
+        m.fp.messages.answers = {MsgResult::No, MsgResult::No};
+        m.state().bEvaluateNow = false;
+        m.t->cmdClearRow_Click(7);
+        QVERIFY(!m.t->bDataChanged && m.state().bEvaluateNow);
+        QCOMPARE(m.t->txtACDetails[7]->text(), limited ? QString() : QStringLiteral("edited"));
+        if (!limited) {
+            QCOMPARE(boxOf(m.fp.messages, 0), "CLEAR THE ROW: ARE YOU SURE?|You will lose any changes you made to this row, are you sure?");
+            m.t->lblUrlToolTip[7]->setText(QStringLiteral("!"));
+            m.fp.messages.answers = {MsgResult::Yes};
+            m.t->cmdClearRow_Click(7);
+        }
+        QCOMPARE(QStringList({shown(m.t, 7), rowState(m, 7), m.t->lblUrlToolTip[7]->text(), m.t->lblUrlToolTip[7]->accessibleDescription(), m.t->txtACDetails[8]->text()}),
+                 QStringList({"||||", "0||#ffffff", "?", "Reveals the URL description.", "record 8"}));
+
+        m.fp.messages.shown.clear();
+        m.fp.messages.answers = {MsgResult::No};
+        m.state().bEvaluateNow = false;
+        m.t->cmdClearForm_Click();
+        QCOMPARE(boxOf(m.fp.messages, 0) + m.t->txtACDetails[5]->text(), limited ? "|" : "CLEAR THE FORM: ARE YOU SURE?|" + kLoseWork + "record 5");
+        QVERIFY(m.state().bEvaluateNow);
+        m.t->bDataChanged = true;
+        m.t->cmdClearForm_Click(); // Yes
+        QVERIFY(m.t->bDataChanged); // emptying the boxes leaves the flag as it was
+        for (int i = 0; i < 13; ++i)
+            QCOMPARE(shown(m.t, i) + m.state().strAlarmTimes[size_t(i)] + m.t->lblUrlToolTip[i]->text() + rowState(m, i), QStringLiteral("||||?0||#ffffff"));
+        // Nothing is stored until the blank window is saved: thirteen empty records.
+        const QString named = QStringLiteral("SELECT count(*) FROM tblalarmclock WHERE stralarmclock IS NOT NULL");
+        QCOMPARE(m.rows(named), QStringList("13"));
+        m.t->cmdSave_Click();
+        QCOMPARE(m.rows(named) + m.rows("SELECT count(*) FROM tblalarmclock WHERE coalesce(dtalarmclockmmmddyyyy, dtalarmclockhhnn) IS NULL "
+                                        "AND strURL || strWAVEFileNamePath = ''"), QStringList({"0", "13"}));
+    }
+
+    // A save that fails half way (after the old rows were deleted and some new
+    // ones written), or a load that fails, is reported; the window keeps the
+    // edits and the flag, the table the rows it had.
+    void aFailedSaveOrLoadReportsAndLosesNothing()
+    {
+        LoadedMainWindow m(withRows(13));
+        const QString all = QStringLiteral("SELECT * FROM tblalarmclock ORDER BY lngalarmclockid");
+        const QStringList before = m.rows(all);
+        QVERIFY(m.sql("CREATE TRIGGER fail BEFORE INSERT ON tblalarmclock WHEN (SELECT count(*) FROM tblalarmclock) >= 6 "
+                      "BEGIN SELECT RAISE(ABORT, 'disk I/O error'); END"));
+        for (int i = 0; i < 13; ++i)
+            m.t->txtACDetails[i]->setText(QStringLiteral("new %1").arg(i));
+        m.t->cmdSave_Click();
+        QVERIFY(m.fp.messages.shown.size() == 1 && boxOf(m.fp.messages, 0).startsWith(QStringLiteral("ERROR|basSaveAlarmClocks\r\n")));
+        QVERIFY(m.t->txtACDetails[12]->text() == "new 12" && m.t->bDataChanged);
+        QCOMPARE(m.rows(all), before);
+        QVERIFY(m.sql("ALTER TABLE tblalarmclock RENAME TO moved"));
+        m.t->basLoadAlarmClocks(false); // it stops before clearing the flag
+        QVERIFY(boxOf(m.fp.messages, 1).startsWith(QStringLiteral("ERROR|basLoadAlarmClocks\r\n")) && m.t->txtACDetails[0]->text() == "new 0" && m.t->bDataChanged);
+    }
+
+    // --- The tick ------------------------------------------------------------------
+
+    void everyTickShowsTheTimeButRowsWaitForTheMinute()
+    {
+        LoadedMainWindow m;
+        m.setRow(0, QStringLiteral("Sep 30, 2031"), QStringLiteral("15:06"));
+        m.state().bEvaluateNow = false;
+        m.tickAt(at(14, 5, 7, 420));
+        QCOMPARE(m.t->txtCurrentDateTime->text() + "|" + m.t->lblCountDownHours[0]->text(), "Sep 30, 2031 14:05:07|");
+        m.tickAt(at(14, 6, 0, 3));
+        QCOMPARE(m.t->lblCountDownHours[0]->text(), QStringLiteral("0d 1h 0m 0s "));
+        m.state().bEvaluateNow = true; // a change asks the next tick to evaluate at once
+        m.tickAt(at(14, 6, 1, 3));
+        QCOMPARE(m.t->lblCountDownHours[0]->text(), QStringLiteral("0d 0h 59m 59s "));
+        // Each tick is armed for the start of the next wall-clock second, and the timer's call is the tick.
+        m.tickAt(at(14, 5, 10, 999));
+        QCOMPARE(m.fp.wallTimer.armedFor, at(14, 5, 11));
+        m.fp.clock.set(at(14, 5, 11, 0));
+        m.fp.wallTimer.expire();
+        QCOMPARE(m.t->txtCurrentDateTime->text(), QStringLiteral("Sep 30, 2031 14:05:11"));
+        QCOMPARE(m.fp.wallTimer.armedFor, at(14, 5, 12));
+    }
+
+    // The read-out changes every second and the countdowns every minute; were
+    // their sizes to follow the text, each would lay out the whole table again.
+    void theTicksDoNotLayTheWindowOutAgain()
+    {
+        LoadedMainWindow m;
+        m.w->show();
+        QVERIFY(QTest::qWaitForWindowExposed(m.w.get()));
+        m.tickAt(at(14, 5, 1));
+        QTest::qWait(20);
+        struct LayoutCounter : QObject {
+            int requests = 0;
+            bool eventFilter(QObject *, QEvent *event) override { return (requests += event->type() == QEvent::LayoutRequest, false); }
+        } counter;
+        for (QWidget *w = m.t->txtCurrentDateTime->parentWidget(); w; w = w->parentWidget())
+            w->installEventFilter(&counter);
+        const auto tick = [&](const QDateTime &t) { m.tickAt(t), QCoreApplication::processEvents(); };
+        for (int s = 2; s < 12; ++s)
+            tick(at(14, 5, s));
+        m.setRow(0, QString(), QStringLiteral("15:06")); // nor do a minute's new countdowns
+        m.setRow(1, QStringLiteral("Sep 30, 2099"), QStringLiteral("15:06"));
+        tick(at(14, 6));
+        QVERIFY(!m.t->lblCountDownHours[1]->text().isEmpty());
+        QCOMPARE(counter.requests, 0);
+    }
+
+    // A row with no time is left as it was, and one that cannot be evaluated
+    // silences no other. At 14:05:00, Regular scheme: far ahead, within
+    // eight, dated and sounded, and a date that is none (daily, passed).
+    void countdownAndStateColourFollowTheRow()
+    {
+        LoadedMainWindow m;
+        const QStringList dates{"Sep 30, 2031", "", "Oct 01, 2031", "", "Sep 29, 2031", "tomorrow"}, times{"", "1::23", "14:05", "14:06", "14:10", "13:30"};
+        for (int i = 0; i < 6; ++i)
+            m.setRow(i, dates[i], times[i]);
+        m.t->lblCountDownHours[0]->setText(QStringLiteral("as it was"));
+        m.tickAt(at(14, 5));
+        QCOMPARE(QStringList({m.t->lblCountDownHours[0]->text(), rowState(m, 2), rowState(m, 3), rowState(m, 4), rowState(m, 5)}),
+                 QStringList({"as it was", "0|1d 0h 0m 0s |#ffffff", "0|0d 0h 1m 0s |#00ff00", "0|done|#ff0000", "0|zZZzz|#80ff80"}));
+        m.tickAt(at(14, 6));
+        QVERIFY(m.fp.sound.played.size() == 1 && m.fp.messages.shown.isEmpty());
+        // A daily row counts down again after midnight.
+        m.setRow(6, QString(), QStringLiteral("00:01"));
+        m.tickAt(at(23, 59));
+        QCOMPARE(m.t->lblCountDownHours[6]->text(), QStringLiteral("zZZzz"));
+        m.tickAt(QDateTime(QDate(2031, 10, 1), QTime(0, 0)));
+        QCOMPARE(m.t->lblCountDownHours[6]->text(), QStringLiteral("0d 0h 1m 0s "));
+    }
+
+    // Only an exact zero trips, and a later row wins the moment. A second
+    // alarm while the first still sounds (its last play to come) only updates the tray tip.
+    void aLaterRowWinsAndASoundingCycleIsNotRestarted()
+    {
+        LoadedMainWindow m;
+        m.t->txtSoundOffTimes->setText(QStringLiteral("3"));
+        m.setRow(3, QString(), QStringLiteral("14:06"));
+        m.setRow(9, QStringLiteral("Sep 30, 2031"), QStringLiteral("14:06"));
+        m.setRow(1, QString(), QStringLiteral("14:07"));
+        m.t->txtWAVEFileNamePath[9]->setText(copyOfTheAlarm(m, QStringLiteral("nine.wav")));
+        m.tickAt(at(14, 5, 59, 990));
+        QVERIFY(m.fp.sound.played.isEmpty());
+        m.tickAt(at(14, 6, 0, 2));
+        QCOMPARE(m.fp.sound.played, QStringList{m.fp.testDir.filePath(QStringLiteral("nine.wav"))});
+        m.t->tmrAlarmSound_Timer();
+        m.tickAt(at(14, 7));
+        QVERIFY(m.state().lngAlarmPlaysLeft == 1 && m.fp.sound.played.size() == 2);
+        QVERIFY(m.fp.tray.field.contains(QStringLiteral("ALARM @ Sep, 30 at 14:07")));
+    }
+
+    void minimizedTheCountdownsFreezeButAlarmsTripAndPopUp()
+    {
+        LoadedMainWindow m(withSql({"UPDATE tblprogramsetting SET booAlarmPopupForm = 1"}));
+        m.setRow(0, QString(), QStringLiteral("14:06"));
+        m.tickAt(at(14, 5));
+        const QString shown = m.t->txtCurrentDateTime->text();
+        m.w->setWindowState(Qt::WindowMaximized);
+        m.w->mnuMinimizeToTrayNow->trigger();
+        QVERIFY(!m.w->isVisible());
+        m.tickAt(at(14, 5, 30, 400));
+        // Out of sight only a minute's first second matters: sleep till then.
+        QCOMPARE(m.fp.wallTimer.armedFor, at(14, 6));
+        m.tickAt(at(14, 6));
+        QCOMPARE(m.t->txtCurrentDateTime->text() + "|" + m.t->lblCountDownHours[0]->text(), shown + "|0d 0h 1m 0s ");
+        QCOMPARE(m.fp.sound.played.size(), 1);
+        // The pop-up brings the window back in its normal state, even from maximized.
+        QVERIFY(m.w->isVisible() && m.state().intMDIWindowState == 0);
+        QCOMPARE(m.w->windowState() & (Qt::WindowMinimized | Qt::WindowMaximized), Qt::WindowStates());
+        QCOMPARE(m.fp.wallTimer.armedFor, at(14, 6, 1));
+        // A clock set back within that second wakes the timer again: the
+        // second is not ticked twice, so the alarm does not trip twice.
+        m.tickAt(at(14, 6, 0, 900));
+        QCOMPARE(m.fp.sound.played.size(), 1);
+        // The table window minimized inside the main window sleeps by the
+        // minute too, and wakes for the next second when restored.
+        m.t->Form_Resize(1);
+        m.tickAt(at(14, 6, 5));
+        QCOMPARE(m.fp.wallTimer.armedFor, at(14, 7));
+        m.t->Form_Resize(0);
+        QCOMPARE(m.fp.wallTimer.armedFor, at(14, 6, 6));
+        // Maximized, it asks for an evaluation, resets the main window's size and
+        // closes the other windows (which would reset the size too).
+        m.w->resize(900, 700);
+        m.state().bEvaluateNow = false;
+        m.t->Form_Resize(2);
+        QVERIFY(m.state().bEvaluateNow && m.w->size() == QSize(804, 616));
+        QPointer<QWidget> legend = m.w->showForm(SecondaryForm::Legend);
+        m.t->Form_Resize(2);
+        QVERIFY(!legend || !legend->isVisible());
+    }
+
+    // The clock as it moves in life: stalls, sleeps, settings and the two
+    // daylight-saving days of a Berlin year, ticked second by second.
+    // Each tick span is "from to" in UTC (one second apart); daily rows.
+    void noAlarmIsLostOrRungTwice_data()
+    {
+        QTest::addColumn<QStringList>("spans");
+        QTest::addColumn<QStringList>("rows");
+        QTest::addColumn<QStringList>("trips"); // the day and the time of each trip's notification
+        const QStringList lunch{"14:06", "14:10"}, night{"01:30", "02:30", "03:30"}, at1406{"Sep, 30 at 14:06"};
+        const auto nightOf = [&](const QString &day) { return QStringList{day + " at " + night[0], day + " at " + night[1], day + " at " + night[2]}; };
+        QTest::newRow("the minute's second missed") << QStringList{"2031-09-30T12:05:59.5", "2031-09-30T12:06:01.5"} << lunch << at1406;
+        QTest::newRow("9 min asleep") << QStringList{"2031-09-30T12:05:58", "2031-09-30T12:14:58"} << lunch << at1406 + QStringList{"Sep, 30 at 14:10"};
+        QTest::newRow("asleep across midnight") << QStringList{"2031-09-30T21:58:58", "2031-09-30T22:00:03"} << QStringList{"23:59"} << QStringList{"Sep, 30 at 23:59"};
+        QTest::newRow("11 min asleep") << QStringList{"2031-09-30T12:05:58", "2031-09-30T12:16:58"} << lunch << QStringList{};
+        QTest::newRow("set back 0.5 s") << QStringList{"2031-09-30T12:06:00.2", "2031-09-30T12:05:59.7", "2031-09-30T12:06:00.1 2031-09-30T12:06:02.1"} << lunch << at1406;
+        QTest::newRow("set back 1 h") << QStringList{"2031-09-30T12:06:00", "2031-09-30T11:05:58 2031-09-30T11:06:02"} << lunch << at1406;
+        QTest::newRow("spring forward") << QStringList{"2031-03-30T00:29:58 2031-03-30T01:30:01"} << night << nightOf("Mar, 30");
+        QTest::newRow("autumn") << QStringList{"2031-10-25T23:29:58 2031-10-26T02:30:01"} << night << nightOf("Oct, 26");
+    }
+    void noAlarmIsLostOrRungTwice()
+    {
+        QFETCH(QStringList, spans);
+        QFETCH(QStringList, rows);
+        QFETCH(QStringList, trips);
+        LoadedMainWindow m;
+        for (int i = 0; i < rows.size(); ++i) {
+            m.setRow(i, QString(), rows[i]);
+            m.t->txtACDetails[i]->setText(rows[i]);
+        }
+        QDateTime second; // of the second trip
+        for (const QString &span : spans) {
+            const QStringList ends = span.split(u' ');
+            const QDateTime to = QDateTime::fromString(ends.last() + u'Z', Qt::ISODateWithMs);
+            for (QDateTime t = QDateTime::fromString(ends.first() + u'Z', Qt::ISODateWithMs); t <= to; t = t.addSecs(1)) {
+                m.tickAt(t.toLocalTime());
+                if (second.isNull() && m.fp.notifier.shown.size() == 2)
+                    second = t.toLocalTime();
+            }
+        }
+        for (QString &trip : trips)
+            trip = "ALARM @ " + trip + "|" + trip.right(5);
+        QCOMPARE(m.fp.notifier.shown, trips);
+        if (QTest::currentDataTag() == QByteArray("spring forward")) // the skipped hour rings its row at 03:00:00, late
+            QCOMPARE(second.time(), QTime(3, 0));
+    }
+
+    // --- Sounding --------------------------------------------------------------
+
+    void playsTheCountFifteenSecondsApart_data()
+    {
+        QTest::addColumn<QString>("times");
+        QTest::addColumn<int>("plays");
+        QTest::addColumn<QString>("secondCaption"); // the snooze button's, at the second play
+        QTest::newRow("1") << "1" << 1 << "";
+        QTest::newRow("0") << "0" << 1 << "";
+        QTest::newRow("3") << "3" << 3 << "turn off? 1 alarms to play";
+    }
+    void playsTheCountFifteenSecondsApart()
+    {
+        QFETCH(QString, times);
+        QFETCH(int, plays);
+        QFETCH(QString, secondCaption);
+        LoadedMainWindow m;
+        armRow0(m, times);
+        QStringList captions;
+        m.fp.sound.onPlay = [&](const QString &) { captions << m.t->cmdSnooze->text(); };
+        m.tickAt(at(14, 6));
+        QCOMPARE(m.t->cmdSnooze->isVisibleTo(m.t), plays > 1); // a single play needs neither the repeat timer nor the button
+        for (int guard = 0; m.t->tmrAlarmSound->isActive() && guard < 10; ++guard) {
+            QCOMPARE(m.t->tmrAlarmSound->interval(), 15000);
+            m.t->tmrAlarmSound_Timer();
+        }
+        QVERIFY(m.fp.sound.played.size() == plays && m.fp.sound.beeps == plays && captions.value(1) == secondCaption);
+        QVERIFY(!m.t->tmrAlarmSoundFlash->isActive() && !m.t->cmdSnooze->isVisibleTo(m.t));
+        QCOMPARE(m.t->cmdSnooze->text(), QStringLiteral("click me to turn off the alarm"));
+    }
+
+    void snoozeStopsTheCycleAtOnce()
+    {
+        LoadedMainWindow m;
+        armRow0(m, QStringLiteral("5"));
+        m.t->txtACDetails[0]->setText(QStringLiteral("Dentist"));
+        m.tickAt(at(14, 6));
+        QCOMPARE(m.fp.notifier.shown, QStringList{QStringLiteral("ALARM @ Sep, 30 at 14:06|Dentist")});
+        // The button flashes: greyed deeper red, then clickable pale red.
+        m.t->tmrAlarmSoundFlash_Timer();
+        QVERIFY(!m.t->cmdSnooze->isEnabled() && m.t->cmdSnooze->palette().color(QPalette::Button) == QColor(0xFF, 0x80, 0x80));
+        m.t->tmrAlarmSoundFlash_Timer();
+        QCOMPARE(m.t->cmdSnooze->palette().color(QPalette::Button), QColor(0xFF, 0xC0, 0xC0));
+        QTest::mouseClick(m.t->cmdSnooze, Qt::LeftButton);
+        QVERIFY(!m.t->tmrAlarmSound->isActive() && !m.t->tmrAlarmSoundFlash->isActive() && !m.t->cmdSnooze->isVisibleTo(m.t));
+        QCOMPARE(m.fp.notifier.closed, 1);
+        // The next alarm starts a fresh cycle; the notification's Stop during
+        // its first play silences that play and ends the cycle.
+        int stopsDuringPlay = -1;
+        m.fp.sound.onPlay = [&](const QString &) { m.fp.notifier.pressStop(), stopsDuringPlay = m.fp.sound.stops; };
+        m.setRow(1, QString(), QStringLiteral("14:07"));
+        m.tickAt(at(14, 7));
+        QVERIFY(stopsDuringPlay == 2 && m.fp.sound.played.size() == 2 && m.state().lngAlarmPlaysLeft == 0);
+        QVERIFY(!m.t->tmrAlarmSound->isActive() && m.fp.notifier.closed == 2);
+    }
+
+    // A first play of 20 s: the repeat due at 15 s waits for its end, and
+    // the next one keeps to the timer again.
+    void aLongPlayIsFollowedWithoutOverlapOrLoss()
+    {
+        LoadedMainWindow m;
+        armRow0(m, QStringLiteral("3"));
+        int sounding = 0, most = 0;
+        m.fp.sound.onPlay = [&](const QString &) {
+            most = std::max(most, ++sounding);
+            if (m.fp.sound.played.size() == 1) {
+                m.fp.clock.advanceSeconds(15);
+                m.t->tmrAlarmSound_Timer(); // the repeat timer fires in mid-play
+                m.fp.clock.advanceSeconds(5);
+            }
+            --sounding;
+        };
+        m.tickAt(at(14, 6));
+        for (int guard = 0; guard < 10; ++guard)
+            QCoreApplication::processEvents();
+        QVERIFY(m.fp.sound.played.size() == 2 && m.t->tmrAlarmSound->isActive());
+        m.t->tmrAlarmSound_Timer();
+        QVERIFY(most == 1 && m.fp.sound.played.size() == 3 && !m.t->tmrAlarmSound->isActive() && m.fp.notifier.closed == 1);
+    }
+
+    // Closed while a start-up box is open: nothing is left that could ring.
+    void closingDuringStartUpEndsTheProgram()
+    {
+        LoadedMainWindow m([](FakePlatform &fp) {
+            withSql({"DROP TABLE tblalarmclock"})(fp);
+            fp.messages.onShow = [](const ShownMessage &) {
+                for (QWidget *w : QApplication::topLevelWidgets())
+                    if (w->objectName() == QStringLiteral("mdiAlarmClock"))
+                        w->close();
+            };
+        });
+        QVERIFY(m.w->isUnloaded() && !m.fp.wallTimer.active);
+    }
+
+    // A user who chose silence starts in silence. Sound Off chosen while
+    // Sound On still plays its check: the database keeps the last choice, as
+    // the window shows it; so it does when the check sound is missing.
+    void aChoiceDuringTheCheckSoundIsTheOneStored()
+    {
+        LoadedMainWindow m(withSql({"UPDATE tblprogramsetting SET booSound = 0"}));
+        QVERIFY(m.fp.sound.played.isEmpty() && m.fp.sound.beeps == 0 && !m.t->chkSoundOnOff->isChecked());
+        m.fp.sound.onPlay = [&](const QString &) {
+            m.fp.sound.onPlay = {};
+            m.w->mnuSoundOff->trigger();
+        };
+        m.w->mnuSoundOn->trigger();
+        QVERIFY(m.fp.sound.played.size() == 1 && !m.t->chkSoundOnOff->isChecked() && m.w->mnuSoundOff->isChecked());
+        QCOMPARE(m.setting("booSound"), QStringLiteral("0"));
+        m.fp.testDir.remove(QStringLiteral("alarm.wav"));
+        m.w->mnuSoundOn->trigger();
+        QVERIFY(!m.t->chkSoundOnOff->isChecked());
+        QCOMPARE(m.t->chkSoundOnOff->toolTip() + "|" + m.setting("booSound"), "File Not Found: " + m.fp.testDir.filePath("alarm.wav") + "|0");
+    }
+
+    // A row's own sound plays, trimmed, while the clock ticks on; a missing
+    // one turns the sound off, with no beep either, until it is turned on again.
+    void aRowsOwnSoundPlaysOrTurnsTheSoundOff()
+    {
+        LoadedMainWindow m;
+        const QString own = copyOfTheAlarm(m, QStringLiteral("own.wav")), missing = m.fp.testDir.filePath(QStringLiteral("gone.wav"));
+        m.t->txtWAVEFileNamePath[0]->setText("  " + own + " ");
+        armRow0(m, QStringLiteral("1"));
+        m.fp.sound.onPlay = [&](const QString &) { m.tickAt(at(14, 6, 1)); }; // a tick during a play is like any other
+        m.tickAt(at(14, 6));
+        QCOMPARE(m.t->txtCurrentDateTime->text() + "|" + m.t->chkSoundOnOff->toolTip(), "Sep 30, 2031 14:06:01|Played: " + own);
+        m.fp.sound.onPlay = {};
+        m.t->txtWAVEFileNamePath[1]->setText(missing);
+        m.setRow(1, QString(), QStringLiteral("14:07"));
+        m.tickAt(at(14, 7));
+        QVERIFY(m.w->mnuSoundOff->isChecked() && !m.w->mnuSoundOn->isChecked());
+        QCOMPARE(m.t->chkSoundOnOff->toolTip(), "File Not Found: " + missing);
+        m.setRow(2, QString(), QStringLiteral("14:08"));
+        m.tickAt(at(14, 8));
+        QCOMPARE(m.fp.sound.beeps, 2);
+        m.t->chkSoundOnOff->setChecked(true); // plays the default sound as a check
+        QCOMPARE(m.fp.sound.played, QStringList({own, m.fp.testDir.filePath(QStringLiteral("alarm.wav"))}));
     }
 };
 
