@@ -26,13 +26,13 @@ cmake --build "$build" -j"$jobs" >/dev/null
 tests_for() {
     case "$1" in
         src/shell/*) echo "tst_shell tst_table" ;;
-        src/data/*) echo "tst_database tst_loadsave tst_shell" ;;
+        src/data/*) echo "tst_database tst_table tst_shell" ;;
         src/editors/*) echo "tst_editors" ;;
         src/appearance/*) echo "tst_appearance tst_rules" ;;
         src/info/*) echo "tst_info" ;;
-        src/rules/*) echo "tst_rules tst_tick" ;;
+        src/rules/*) echo "tst_rules tst_table" ;;
         src/platform/*) echo "tst_platform" ;;
-        src/table/*) echo "tst_table tst_loadsave tst_tick tst_sounding" ;;
+        src/table/*) echo "tst_table" ;;
         *) echo "tst_rules" ;;
     esac
 }
