@@ -11,6 +11,8 @@ source scripts/packages.sh
 scripts/deps.sh "${BUILD_PACKAGES[@]}" "${ACCEPTANCE_PACKAGES[@]}" python3-xlib
 cmake -S . -B build -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
 cmake --build build -j"$(nproc)" >/dev/null
+echo "A day of ticks on the fake clock:"
+QT_QPA_PLATFORM=offscreen build/bench/bench_soak | sed "s/^/  /"
 echo "Save and reload of 13 rows (Qt Test benchmark, ms per call):"
 QT_QPA_PLATFORM=offscreen build/bench/bench_saveload 2>&1 | grep -E '^RESULT|msecs' | sed 's/^/  /'
 /usr/bin/python3 bench/run.py build/app --floor build/bench/bench_floor "$@"

@@ -504,31 +504,6 @@ private slots:
         QCOMPARE(m.fp.wallTimer.armedFor, at(14, 5, 12));
     }
 
-    // The read-out changes every second and the countdowns every minute; were
-    // their sizes to follow the text, each would lay out the whole table again.
-    void theTicksDoNotLayTheWindowOutAgain()
-    {
-        LoadedMainWindow m;
-        m.w->show();
-        QVERIFY(QTest::qWaitForWindowExposed(m.w.get()));
-        m.tickAt(at(14, 5, 1));
-        QTest::qWait(20);
-        struct LayoutCounter : QObject {
-            int requests = 0;
-            bool eventFilter(QObject *, QEvent *event) override { return (requests += event->type() == QEvent::LayoutRequest, false); }
-        } counter;
-        for (QWidget *w = m.t->txtCurrentDateTime->parentWidget(); w; w = w->parentWidget())
-            w->installEventFilter(&counter);
-        const auto tick = [&](const QDateTime &t) { m.tickAt(t), QCoreApplication::processEvents(); };
-        for (int s = 2; s < 12; ++s)
-            tick(at(14, 5, s));
-        m.setRow(0, QString(), QStringLiteral("15:06")); // nor do a minute's new countdowns
-        m.setRow(1, QStringLiteral("Sep 30, 2099"), QStringLiteral("15:06"));
-        tick(at(14, 6));
-        QVERIFY(!m.t->lblCountDownHours[1]->text().isEmpty());
-        QCOMPARE(counter.requests, 0);
-    }
-
     // A row with no time is left as it was, and one that cannot be evaluated
     // silences no other. At 14:05:00, Regular scheme: far ahead, within
     // eight, dated and sounded, and a date that is none (daily, passed).
