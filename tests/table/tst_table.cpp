@@ -452,8 +452,8 @@ private slots:
     }
 
     // A save that fails half way (after the old rows were deleted and some new
-    // ones written), or a load that fails, is reported; the window keeps the
-    // edits and the flag, the table the rows it had.
+    // ones written) or at once, or a load that fails, is reported; the window
+    // keeps the edits and the flag, the table the rows it had.
     void aFailedSaveOrLoadReportsAndLosesNothing()
     {
         LoadedMainWindow m(withRows(13));
@@ -467,9 +467,15 @@ private slots:
         QVERIFY(m.fp.messages.shown.size() == 1 && boxOf(m.fp.messages, 0).startsWith(QStringLiteral("ERROR|basSaveAlarmClocks\r\n")));
         QVERIFY(m.t->txtACDetails[12]->text() == "new 12" && m.t->bDataChanged);
         QCOMPARE(m.rows(all), before);
+        { // another program holds the file locked for writing: the save waits, then fails the same way
+            TestDatabase other(m.fp.testDir.dbPath(), "other");
+            QVERIFY(other.exec("DROP TRIGGER fail") && other.exec("BEGIN IMMEDIATE"));
+            m.t->cmdSave_Click();
+            QVERIFY(boxOf(m.fp.messages, 1).endsWith("database is locked") && m.t->bDataChanged && m.rows(all) == before);
+        }
         QVERIFY(m.sql("ALTER TABLE tblalarmclock RENAME TO moved"));
         m.t->basLoadAlarmClocks(false); // it stops before clearing the flag
-        QVERIFY(boxOf(m.fp.messages, 1).startsWith(QStringLiteral("ERROR|basLoadAlarmClocks\r\n")) && m.t->txtACDetails[0]->text() == "new 0" && m.t->bDataChanged);
+        QVERIFY(boxOf(m.fp.messages, 2).startsWith(QStringLiteral("ERROR|basLoadAlarmClocks\r\n")) && m.t->txtACDetails[0]->text() == "new 0" && m.t->bDataChanged);
     }
 
     // --- The tick ------------------------------------------------------------------
