@@ -31,12 +31,7 @@
 #include <exception>
 #include <functional>
 
-struct ShownMessage {
-    QString text;
-    MsgButtons buttons;
-    MsgIcon icon;
-    QString title;
-};
+struct ShownMessage { QString text; MsgButtons buttons; MsgIcon icon; QString title; };
 
 // Answers from `answers` in order, then with the box's positive button.
 struct FakeMessageBox : MessageBox {
@@ -59,9 +54,7 @@ struct FakeMessageBox : MessageBox {
     }
 };
 
-struct InputRequest {
-    QString prompt, title, defaultText;
-};
+struct InputRequest { QString prompt, title, defaultText; };
 
 // Answers from `answers` in order, then "" (cancelled).
 struct FakeInputBox : InputBox {
@@ -109,8 +102,7 @@ struct FakeUrlOpener : UrlOpener {
 
 struct FakeColourPicker : ColourPicker {
     std::optional<qint32> answer; // nullopt: cancelled
-    QList<qint32> startColours;
-    std::optional<qint32> pick(qint32 start) override { return startColours << start, answer; }
+    std::optional<qint32> pick(qint32) override { return answer; }
 };
 
 // Moves only when told to.

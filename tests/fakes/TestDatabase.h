@@ -42,7 +42,6 @@ public:
         }
         return out;
     }
-    QString first(const QString &sql) { return rows(sql).value(0); }
 
 private:
     QString m_name;
