@@ -1,6 +1,4 @@
-// The real platform services, run without a desktop. The sound player meets
-// what the world may do to it: broken sounds, an audio server that never
-// answers, a stop in mid-play, and the program quitting while a play hangs.
+// The real platform services without a desktop; the sound player against broken sounds, a mute server, a stop and a quit.
 
 #include "platform/qt/BuildVersionInfo.h"
 #include "platform/qt/DBusNotifier.h"
@@ -34,20 +32,21 @@
 
 namespace {
 
-// Answers the next modal dialog with a key once it is open; records its title and text.
-QString answerNextDialog(Qt::Key key, const std::function<void()> &open)
+QString lastDialog; // the title and text of the last dialog answered
+
+// What `open` returns once the modal dialog it opens is answered with a key.
+template <typename Open>
+auto answered(Qt::Key key, const Open &open)
 {
-    QString seen;
     QTimer answer;
     QObject::connect(&answer, &QTimer::timeout, [&] {
         if (QWidget *dialog = QApplication::activeModalWidget()) {
-            seen = dialog->windowTitle() + '|' + (qobject_cast<QMessageBox *>(dialog) ? qobject_cast<QMessageBox *>(dialog)->text() : QString());
+            lastDialog = dialog->windowTitle() + '|' + (qobject_cast<QMessageBox *>(dialog) ? qobject_cast<QMessageBox *>(dialog)->text() : QString());
             QTest::keyClick(dialog, key);
         }
     });
     answer.start(20);
-    open();
-    return seen;
+    return open();
 }
 
 // Waits for the timer's call-back; the wall-clock time it came, or an invalid one.
@@ -76,17 +75,16 @@ int listenMute(const QString &path)
     address.sun_family = AF_UNIX;
     const QByteArray name = QFile::encodeName(path);
     const int fd = ::socket(AF_UNIX, SOCK_STREAM, 0);
-    if (fd < 0 || size_t(name.size()) >= sizeof address.sun_path)
-        return -1;
-    std::memcpy(address.sun_path, name.constData(), size_t(name.size()));
+    qstrncpy(address.sun_path, name.constData(), sizeof address.sun_path); // cut if too long: the caller looks for the file
     return ::bind(fd, reinterpret_cast<sockaddr *>(&address), sizeof address) == 0 && ::listen(fd, 16) == 0 ? fd : -1;
 }
 
-qint64 msToPlay(PulseSoundPlayer &player, const QString &path)
+qint64 msTaken(const std::function<void()> &run)
 {
-    const qint64 start = QDateTime::currentMSecsSinceEpoch();
-    player.play(path);
-    return QDateTime::currentMSecsSinceEpoch() - start;
+    QElapsedTimer clock;
+    clock.start();
+    run();
+    return clock.elapsed();
 }
 
 } // namespace
@@ -95,7 +93,6 @@ class TestPlatform : public QObject {
     Q_OBJECT
 
     QTemporaryDir m_tmp;
-    int m_hung = -1;   // accepts connections and never says a word
     QProcess m_server; // a private PulseAudio with a null sink, where installed
     bool m_serverUp = false;
     QList<QUrl> m_opened;
@@ -116,11 +113,13 @@ private slots:
     void initTestCase()
     {
         QVERIFY(write("notes.txt", "BM not a sound and not a bitmap\n") && write("short.wav", sound(0.4)) && write("long.wav", sound(20)));
+        QVERIFY(write("header.wav", wavHeader(16000).left(20)) && write("cut.wav", wavHeader(16000) + QByteArray(101, '\x40'))
+                && write("huge.wav", wavHeader(0xFFFFFFF0u) + QByteArray(64, '\x10')));
         QVERIFY(mkfifo(QFile::encodeName(tmpPath("fifo.wav")).constData(), 0600) == 0 && QDir().mkpath(tmpPath("pulse")));
-        QVERIFY((m_hung = listenMute(tmpPath("hung"))) >= 0);
+        QVERIFY(listenMute(tmpPath("hung")) >= 0 && QFile::exists(tmpPath("hung"))); // open till the end
         qputenv("XDG_CONFIG_HOME", QFile::encodeName(tmpPath("config")));
         qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent/bus");
-        for (const char *scheme : {"http", "https", "file", "mailto"})
+        for (const char *scheme : {"http", "https"})
             QDesktopServices::setUrlHandler(scheme, this, "openUrl");
         QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
         env.insert("XDG_RUNTIME_DIR", tmpPath("pulse"));
@@ -132,9 +131,8 @@ private slots:
     }
     void cleanupTestCase()
     {
-        for (const char *scheme : {"http", "https", "file", "mailto"})
+        for (const char *scheme : {"http", "https"})
             QDesktopServices::unsetUrlHandler(scheme);
-        ::close(m_hung);
         m_server.kill();
         m_server.waitForFinished(2000);
     }
@@ -145,92 +143,76 @@ private slots:
         const QString lockPath = tmpPath("instance.lock");
         QProcess owner;
         owner.start(QCoreApplication::applicationFilePath(), {"--hold-lock", lockPath});
-        QVERIFY(owner.waitForReadyRead(10000));
-        QCOMPARE(owner.readLine().trimmed(), QByteArray("held"));
+        QVERIFY(owner.waitForReadyRead(10000) && owner.readLine().trimmed() == "held");
         LockFileInstanceGuard second(lockPath);
         QVERIFY(second.previousInstanceRunning());
         owner.kill(); // SIGKILL: the lock file stays behind
         QVERIFY(owner.waitForFinished() && QFile::exists(lockPath));
         LockFileInstanceGuard third(lockPath);
-        // Asking again is not a second instance.
-        QVERIFY(!third.previousInstanceRunning() && !third.previousInstanceRunning() && second.previousInstanceRunning());
+        QVERIFY(!third.previousInstanceRunning() && !third.previousInstanceRunning() && second.previousInstanceRunning()); // asked twice, still none
     }
 
-    // A folder is no file; a picture that will not load leaves the window as it was.
-    void filesPicturesVersionAndClock()
+    // A folder is no file; a picture that will not load leaves the window as it was. The tray's
+    // clicks as messages (0: none): without a host, XEmbed sends Trigger on every left press too.
+    void filesPicturesVersionClockAndTray()
     {
         QVERIFY(QtFileSystem().fileExists(tmpPath("short.wav")) && !QtFileSystem().fileExists(m_tmp.path()));
         QMdiArea area;
         QWidget plain;
         const QString picture = QDir(STAGED_APP_DIR).filePath("backgroundmatrix.bmp");
-        QVERIFY(!QtPictureLoader().setBackground(&plain, tmpPath("notes.txt")) && !QtPictureLoader().setBackground(&area, tmpPath("absent.bmp")));
-        QVERIFY(!plain.autoFillBackground() && area.background().style() == Qt::SolidPattern);
+        QVERIFY(!QtPictureLoader().setBackground(&area, tmpPath("notes.txt")) && area.background().style() == Qt::SolidPattern);
         QVERIFY(QtPictureLoader().setBackground(&plain, picture) && QtPictureLoader().setBackground(&area, picture));
         QVERIFY(plain.autoFillBackground() && plain.palette().brush(QPalette::Window).style() == Qt::TexturePattern && area.background().style() == Qt::TexturePattern);
         const BuildVersionInfo build;
-        QCOMPARE(QStringList({QString::number(build.major()), QString::number(build.minor()), QString::number(build.revision())}),
-                 QString(ALARMCLOCK_VERSION_TEXT).split('.'));
+        QCOMPARE(QString("%1.%2.%3").arg(build.major()).arg(build.minor()).arg(build.revision()), ALARMCLOCK_VERSION_TEXT);
         QVERIFY(ExecutableDirectory().path() == QCoreApplication::applicationDirPath() && qAbs(SystemClock().now().msecsTo(QDateTime::currentDateTime())) < 1000);
         QCOMPARE(colourFromBgr(0x123456), QColor(0x56, 0x34, 0x12)); // red in the low byte
+        using enum QSystemTrayIcon::ActivationReason;
+        const auto on = [](QSystemTrayIcon::ActivationReason reason, bool host) { return QtTrayIcon::messageFor(reason, host).value_or(0); };
+        const int restore = TrayIcon::LeftDoubleClick, menu = TrayIcon::RightButtonDown;
+        QCOMPARE(QList<int>({on(Trigger, true), on(Context, true), on(MiddleClick, true), on(Trigger, false), on(DoubleClick, false), on(Context, false)}),
+                 QList<int>({restore, menu, 0, 0, restore, menu}));
     }
 
     // Escape gives the negative answer; an empty title falls back to the program's name.
     void dialogs()
     {
-        QGuiApplication::setApplicationDisplayName("Quorvel Test");
-        MsgResult result{};
-        QCOMPARE(answerNextDialog(Qt::Key_Escape, [&] { result = QtMessageBox().show("first\r\nsecond", MsgButtons::OkCancel, MsgIcon::Information, QString()); }),
-                 QString("Quorvel Test|first\nsecond"));
-        QCOMPARE(result, MsgResult::Cancel);
-        answerNextDialog(Qt::Key_Escape, [&] { result = QtMessageBox().show("a <b> & c", MsgButtons::YesNo, MsgIcon::Critical, "T"); });
-        QCOMPARE(result, MsgResult::No);
-        QString answer;
-        answerNextDialog(Qt::Key_Return, [&] { answer = QtInputBox().ask("NAME?", "", "Kitchen"); });
-        QCOMPARE(answer, "Kitchen");
-        answerNextDialog(Qt::Key_Escape, [&] { answer = QtInputBox().ask("NAME?", "T", "Kitchen"); });
-        QCOMPARE(answer, QString());
-        std::optional<qint32> picked;
-        answerNextDialog(Qt::Key_Return, [&] { picked = QtColourPicker().pick(0x123456); });
-        QCOMPARE(picked, std::optional<qint32>(0x123456));
+        QCOMPARE(answered(Qt::Key_Escape, [] { return QtMessageBox().show("first\r\nsecond", MsgButtons::OkCancel, MsgIcon::Information, QString()); }),
+                 MsgResult::Cancel);
+        QCOMPARE(lastDialog, QGuiApplication::applicationDisplayName() + "|first\nsecond");
+        QCOMPARE(answered(Qt::Key_Escape, [] { return QtMessageBox().show("a <b> & c", MsgButtons::YesNo, MsgIcon::Critical, "T"); }), MsgResult::No);
+        QCOMPARE(answered(Qt::Key_Return, [] { return QtInputBox().ask("NAME?", "", "Kitchen"); }), "Kitchen");
+        QCOMPARE(answered(Qt::Key_Return, [] { return QtColourPicker().pick(0x123456); }), std::optional<qint32>(0x123456));
     }
 
     // Without a timerfd (no file descriptors left) an elapsed-time timer
     // stands in; only the timerfd also wakes when the system clock is set.
-    void theWallTimerWakesAtTheMoment_data()
-    {
-        QTest::addColumn<bool>("timerFd");
-        QTest::newRow("timerfd") << true;
-        QTest::newRow("elapsed-time stand-in") << false;
-    }
     void theWallTimerWakesAtTheMoment()
     {
-        QFETCH(bool, timerFd);
-        rlimit saved{};
-        getrlimit(RLIMIT_NOFILE, &saved);
-        const rlimit none{0, saved.rlim_max};
-        setrlimit(RLIMIT_NOFILE, timerFd ? &saved : &none);
-        LinuxWallTimer timer;
-        setrlimit(RLIMIT_NOFILE, &saved);
-        const QDateTime moment = QDateTime::currentDateTime().addMSecs(150);
-        timer.startAt(moment);
-        QVERIFY(timer.isActive());
-        const QDateTime fired = firedAt(timer);
-        QVERIFY2(fired >= moment && fired < moment.addMSecs(500) && !timer.isActive(), qPrintable(fired.toString("hh:mm:ss.zzz")));
-        // A moment already past, even before the epoch, calls back at once; stopped, it stays silent.
-        timer.startAt(QDateTime(QDate(1969, 7, 20), QTime(20, 17)));
-        QVERIFY(firedAt(timer, 500).isValid());
-        timer.startAt(QDateTime::currentDateTime().addMSecs(100));
-        timer.stop();
-        QVERIFY(!timer.isActive() && !firedAt(timer, 300).isValid());
-        if (!timerFd)
-            return;
-        // Setting the system clock (here to itself) wakes it long before its moment.
-        timer.startAt(QDateTime::currentDateTime().addSecs(3600));
-        timespec now{};
-        clock_gettime(CLOCK_REALTIME, &now);
-        if (clock_settime(CLOCK_REALTIME, &now) != 0)
-            QSKIP("the system clock cannot be set here");
-        QVERIFY(firedAt(timer, 1000).isValid());
+        for (const bool timerFd : {false, true}) {
+            rlimit saved{};
+            getrlimit(RLIMIT_NOFILE, &saved);
+            const rlimit none{0, saved.rlim_max};
+            setrlimit(RLIMIT_NOFILE, timerFd ? &saved : &none);
+            LinuxWallTimer timer;
+            setrlimit(RLIMIT_NOFILE, &saved);
+            const QDateTime moment = QDateTime::currentDateTime().addMSecs(150);
+            timer.startAt(moment);
+            const QDateTime fired = firedAt(timer);
+            QVERIFY2(fired >= moment && fired < moment.addMSecs(500) && !timer.isActive(), qPrintable(fired.toString("hh:mm:ss.zzz ") + (timerFd ? "timerfd" : "stand-in")));
+            timer.startAt(QDateTime::currentDateTime().addMSecs(100));
+            timer.stop();
+            QVERIFY(!timer.isActive() && !firedAt(timer, 300).isValid());
+            if (!timerFd)
+                continue;
+            // Setting the system clock (here to itself) wakes it long before its moment.
+            timer.startAt(QDateTime::currentDateTime().addSecs(3600));
+            timespec now{};
+            clock_gettime(CLOCK_REALTIME, &now);
+            if (clock_settime(CLOCK_REALTIME, &now) != 0)
+                QSKIP("the system clock cannot be set here");
+            QVERIFY(firedAt(timer, 1000).isValid());
+        }
     }
 
     // What is typed reaches the browser as one address, the whole of it.
@@ -238,10 +220,7 @@ private slots:
     {
         QTest::addColumn<QString>("typed");
         QTest::addColumn<QString>("opened"); // empty: nothing opens
-        QTest::newRow("no scheme") << "www.example.org" << "http://www.example.org";
         QTest::newRow("no scheme, path") << "example.org/a b?q=1" << "http://example.org/a%20b?q=1";
-        QTest::newRow("mail") << "mailto:me@example.org" << "mailto:me@example.org";
-        QTest::newRow("file path") << "/tmp/page.html" << "file:///tmp/page.html";
         QTest::newRow("shell words") << "https://example.org/'; touch /tmp/owned; '" << "https://example.org/';%20touch%20/tmp/owned;%20'";
         QTest::newRow("nothing typed") << "" << "";
     }
@@ -255,19 +234,9 @@ private slots:
         QCOMPARE(m_opened.value(0).toString(QUrl::FullyEncoded), opened);
     }
 
-    // The tray's clicks as messages (0: none). An XEmbed tray sends Trigger
-    // on every left press, before a double click.
-    void trayClicks()
-    {
-        const auto on = [](QSystemTrayIcon::ActivationReason reason, bool host) { return QtTrayIcon::messageFor(reason, host).value_or(0); };
-        const int restore = TrayIcon::LeftDoubleClick, menu = TrayIcon::RightButtonDown;
-        QCOMPARE(QList<int>({on(QSystemTrayIcon::Trigger, true), on(QSystemTrayIcon::Context, true), on(QSystemTrayIcon::MiddleClick, true)}),
-                 QList<int>({restore, menu, 0}));
-        QCOMPARE(QList<int>({on(QSystemTrayIcon::Trigger, false), on(QSystemTrayIcon::DoubleClick, false), on(QSystemTrayIcon::Context, false)}),
-                 QList<int>({0, restore, menu}));
-    }
-
-    void autostartEntry()
+    // The entry starts the program from a path of spaces and reserved characters.
+    // No session bus: a notification shows nothing, waits for nothing, fails nowhere.
+    void autostartAndNotifications()
     {
         XdgAutostart autostart("/opt/my apps/50%$off/alarmclock");
         const QString entry = tmpPath("config/autostart/quorvel-alarmclock.desktop");
@@ -275,15 +244,7 @@ private slots:
         QVERIFY(!autostart.enabled() && autostart.setEnabled(true) && autostart.enabled());
         QFile file(entry);
         QVERIFY(file.open(QIODevice::ReadOnly) && file.readAll().contains(R"(Exec="/opt/my apps/50%%\\$off/alarmclock")"));
-        const QString validate = QStandardPaths::findExecutable("desktop-file-validate");
-        if (!validate.isEmpty())
-            QCOMPARE(QProcess::execute(validate, {entry}), 0);
         QVERIFY(autostart.setEnabled(false) && !QFile::exists(entry) && autostart.setEnabled(false));
-    }
-
-    // No session bus: nothing shows, nothing waits, nothing fails.
-    void notificationsWithoutABus()
-    {
         const qint64 start = QDateTime::currentMSecsSinceEpoch();
         DBusNotifier notifier;
         notifier.show("ALARM @ Sep, 30 at 07:30", "Wake up");
@@ -291,38 +252,32 @@ private slots:
         QCOMPARE_LT(QDateTime::currentMSecsSinceEpoch() - start, 500);
     }
 
-    // What is no sound may not wait: a FIFO would block a reader for ever. A
-    // WAV that is cut short, or claims more than it holds, ends with its
-    // samples, within the 2 s a server may take to want more. Where the
-    // private server runs, those are decoded and streamed; otherwise they are
-    // refused at the connection. A server that takes the connection and never
-    // answers counts as none once those 2 s are up.
+    // What is no sound may not wait: a FIFO would block a reader for ever. A WAV cut short or claiming
+    // more than it holds ends with its samples, within the 2 s a server may take to want more (without
+    // the private server it is refused at the connection); a mute server counts as none after those 2 s.
     void brokenSoundsPlayAndReturn_data()
     {
         QTest::addColumn<QString>("name");
-        QTest::addColumn<QByteArray>("bytes"); // written first, when given
         QTest::addColumn<QString>("server");
         QTest::addColumn<int>("withinMs");
-        QTest::newRow("fifo") << "fifo.wav" << QByteArray() << "hung" << 500;
-        QTest::newRow("text") << "notes.txt" << QByteArray() << "hung" << 500;
-        QTest::newRow("missing") << "gone.wav" << QByteArray() << "hung" << 500;
-        QTest::newRow("cut in its header") << "header.wav" << wavHeader(16000).left(20) << "hung" << 500;
-        QTest::newRow("a sound, but no audio server") << "short.wav" << QByteArray() << "nobody" << 500;
-        QTest::newRow("a sound, the server never answers") << "long.wav" << QByteArray() << "hung" << 2500;
-        QTest::newRow("cut mid-sample") << "cut.wav" << wavHeader(16000) + QByteArray(101, '\x40') << "pulse/native" << 3000;
-        QTest::newRow("claims 4 GB") << "huge.wav" << wavHeader(0xFFFFFFF0u) + QByteArray(64, '\x10') << "pulse/native" << 3000;
+        QTest::newRow("fifo") << "fifo.wav" << "hung" << 500;
+        QTest::newRow("text") << "notes.txt" << "hung" << 500;
+        QTest::newRow("missing") << "gone.wav" << "hung" << 500;
+        QTest::newRow("cut in its header") << "header.wav" << "hung" << 500;
+        QTest::newRow("a sound, but no audio server") << "short.wav" << "nobody" << 500;
+        QTest::newRow("a sound, the server never answers") << "long.wav" << "hung" << 2500;
+        QTest::newRow("cut mid-sample") << "cut.wav" << "pulse/native" << 3000;
+        QTest::newRow("claims 4 GB") << "huge.wav" << "pulse/native" << 3000;
     }
     void brokenSoundsPlayAndReturn()
     {
         QFETCH(QString, name);
-        QFETCH(QByteArray, bytes);
         QFETCH(QString, server);
         QFETCH(int, withinMs);
-        QVERIFY(bytes.isEmpty() || write(name, bytes));
         useServer(server != "pulse/native" || m_serverUp ? server : "nobody");
         PulseSoundPlayer player;
         player.prepare(tmpPath(name));
-        QCOMPARE_LT(msToPlay(player, tmpPath(name)), withinMs);
+        QCOMPARE_LT(msTaken([&] { player.play(tmpPath(name)); }), withinMs);
     }
 
     void stopSilencesAPlayAtOnce()
@@ -333,10 +288,10 @@ private slots:
         PulseSoundPlayer player;
         player.prepare(tmpPath("short.wav")); // a prepared play sounds in full
         QTest::qWait(200);
-        QCOMPARE_GE(msToPlay(player, tmpPath("short.wav")), 350);
+        QCOMPARE_GE(msTaken([&] { player.play(tmpPath("short.wav")); }), 350);
         qint64 stoppedAt = 0;
         QTimer::singleShot(1500, this, [&] { stoppedAt = QDateTime::currentMSecsSinceEpoch(), player.stop(); });
-        const qint64 played = msToPlay(player, tmpPath("long.wav"));
+        const qint64 played = msTaken([&] { player.play(tmpPath("long.wav")); });
         QVERIFY2(stoppedAt && QDateTime::currentMSecsSinceEpoch() - stoppedAt < 100, qPrintable(QString("played %1 ms").arg(played)));
     }
 
@@ -344,13 +299,9 @@ private slots:
     void quittingDuringAHungPlayEndsWithinTwoSeconds()
     {
         useServer("hung");
-        auto player = std::make_unique<PulseSoundPlayer>();
         QTimer::singleShot(300, [] { QCoreApplication::exit(0); });
-        const qint64 start = QDateTime::currentMSecsSinceEpoch();
-        player->play(tmpPath("long.wav"));
-        player.reset();
-        // Well within the 2 s allowed: a stop wakes the worker at once.
-        QCOMPARE_LT(QDateTime::currentMSecsSinceEpoch() - start, 1000);
+        // The player's end is timed too. Well within the 2 s allowed: a stop wakes the worker at once.
+        QCOMPARE_LT(msTaken([&] { PulseSoundPlayer().play(tmpPath("long.wav")); }), 1000);
     }
 };
 
