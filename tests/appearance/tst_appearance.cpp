@@ -73,28 +73,20 @@ private slots:
         send(l, QEvent(QEvent::WindowActivate));
         QCOMPARE(Colours({back(l->lblColours[0]), back(l->lblColours[2]), text(l->lblColours[4])}), legend);
         QVERIFY(back(l->lblColours[5]) == back(l->lblTitle) && text(l->lblColours[5]) == text(l->lblTitle));
-    }
-
-    void theTickColoursRowsInTheCustomSlots()
-    {
-        // The tick colours a row by its state in the Custom slots (3..7, see tst_rules);
-        // a daily row far ahead keeps its colour.
-        LoadedMainWindow m(withCustom(kCustom));
-        paint(m, 2);
+        // The tick paints the rows as the legend explains them; in Custom a daily row far ahead keeps its colour.
         m.setRow(0, "Oct 30, 2031", "10:00");
-        m.setRow(1, QString(), "14:03");
+        m.setRow(1, QString(), "14:40");
         m.setRow(2, QString(), "20:00");
-        m.t->txtACDetails[2]->setPalette(QPalette(QColor(1, 2, 3)));
-        const QColor untouched = back(m.t->txtACDetails[2]);
         m.tickAt(QDateTime(QDate(2031, 9, 30), QTime(14, 5, 0)));
-        QCOMPARE(Colours({back(m.t->txtACDetails[0]), back(m.t->txtACDetails[1]), back(m.t->txtACDetails[2])}), Colours({QColor(3, 0, 0), QColor(4, 0, 0), untouched}));
+        QCOMPARE(Colours({back(m.t->txtACDetails[0]), back(m.t->txtACDetails[1]), back(m.t->txtACDetails[2])}),
+                 Colours({legend[0], legend[1], scheme == 2 ? table[4] : legend[0]}));
     }
 
-    void theDialogLoadsPreviewsPicksAndShowsTheLegend()
+    void theDialogLoadsPreviewsPicksShowsTheLegendAndApplies()
     {
         LoadedMainWindow m(withCustom({" &H00C000C0& ", "12583104", "red", "", "", "", "", "&H0000FF&"}));
         m.w->mnuColorCustom->trigger();
-        frmCustomColors *d = dialog(m);
+        QPointer<frmCustomColors> d = dialog(m);
         QCOMPARE(d->windowTitle() + "|" + d->txtCustomColours[0]->text(), "Custom Colors|&H00C000C0&");
         QCOMPARE(Colours({back(d->lblFillColor[1]), back(d->lblFillColor[2])}), Colours({kPurple, Qt::black}));
         for (QPushButton *picker : d->cmdColorPicker)
@@ -117,15 +109,18 @@ private slots:
         d->cmdShowLegend->click();
         auto *legend = qobject_cast<frmLegend *>(m.w->form(SecondaryForm::Legend));
         QVERIFY(legend && legend->isVisible() && text(legend->lblColours[0]) == kGreen && m.state().customColours.slot(8) == 0xFF00);
+        QStringList captions{legend->windowTitle(), legend->lblTitle->text()};
+        for (QLabel *l : legend->lblColours)
+            captions << l->text();
+        QCOMPARE(captions, QStringList({"Legend", "FORM TITLES", "Alarm Clock will not trip for hours.",
+                                        "Under 8 minutes till Alarm Clock trips.", "Under 52 minutes till Alarm Clock trips.",
+                                        "The Alarm has sounded for this event.", "24 Hour Alarm Clock has just passed.",
+                                        "d = days, h = hours, m = mins, s = seconds"}));
         d->close();
         QVERIFY(m.state().customColours.slot(8) == 0xFF && m.setting("strCustomColours08") == "&H0000FF&");
-    }
-
-    void applyStoresTheTextsSwitchesToCustomAndRepaints()
-    {
-        LoadedMainWindow m;
+        // Apply stores the texts as typed, switches to Custom and repaints.
         m.w->mnuColorMatrix->trigger();
-        QPointer<frmCustomColors> d = dialog(m);
+        d = dialog(m);
         const QStringList typed{" &H00C000C0& ", "16777215", "junk", "", "1", "2", "3", "&H0000FF&"};
         for (int i = 0; i < 8; ++i)
             d->txtCustomColours[size_t(i)]->setText(typed[i]);
@@ -142,24 +137,6 @@ private slots:
         QVERIFY(m.sql("ALTER TABLE tblprogramsetting RENAME TO moved"));
         d->cmdApply_Click();
         QVERIFY(m.fp.messages.texts().value(0).startsWith("Err_subSetColorPicked\r\n") && m.state().intColorPick == 0);
-    }
-
-    void theLegendsCaptionsAndItsCloseSequence()
-    {
-        LoadedMainWindow m;
-        auto *legend = qobject_cast<frmLegend *>(m.w->showForm(SecondaryForm::Legend));
-        QStringList captions{legend->windowTitle(), legend->lblTitle->text()};
-        for (QLabel *l : legend->lblColours)
-            captions << l->text();
-        QCOMPARE(captions, QStringList({"Legend", "FORM TITLES", "Alarm Clock will not trip for hours.",
-                                        "Under 8 minutes till Alarm Clock trips.", "Under 52 minutes till Alarm Clock trips.",
-                                        "The Alarm has sounded for this event.", "24 Hour Alarm Clock has just passed.",
-                                        "d = days, h = hours, m = mins, s = seconds"}));
-        // Closing runs the close sequence: standard size, table maximized, others closed.
-        QPointer<QWidget> about = m.w->showForm(SecondaryForm::About);
-        m.w->resize(900, 700);
-        legend->close();
-        QVERIFY(m.w->size() == QSize(804, 616) && m.w->tableSubWindow()->isMaximized() && (!about || !about->isVisible()));
     }
 };
 

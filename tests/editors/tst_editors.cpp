@@ -25,45 +25,7 @@ class EditorsTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void theUrlEditorEditsItsRowAndTheOpenButtonUsesIt()
-    {
-        LoadedMainWindow m;
-        const QString typed = QStringLiteral("x; touch /tmp/owned");
-        m.t->txtURL[12]->setText(QStringLiteral("https://old.example"));
-        QTest::mouseClick(m.t->cmdEditURL[12], Qt::LeftButton);
-        frmEditURL *e = urlEditor(m);
-        QCOMPARE(QStringList({e->windowTitle(), e->lblintIndex->text(), e->txtEditURL->text()}),
-                 QStringList({"Editing URL Row:", "13", "https://old.example"}));
-        // Enter applies and closes; the address is kept as typed, trimmed.
-        m.t->bDataChanged = false;
-        e->txtEditURL->setText("  " + typed + "  ");
-        QTest::keyClick(e->txtEditURL, Qt::Key_Return);
-        settle();
-        QVERIFY(!urlEditor(m) && m.t->bDataChanged);
-        QCOMPARE(url(m, 12), QStringList({typed, "!", typed, typed}));
-        // Saving reloads, and the edited mark becomes the stored one.
-        m.t->cmdSave_Click();
-        QCOMPARE(m.t->lblUrlToolTip[12]->text(), QStringLiteral("*"));
-        // Clear empties only the box; blanks only clear the address.
-        m.t->cmdEditURL_Click(12);
-        urlEditor(m)->cmdClearForm_Click();
-        QCOMPARE(m.t->txtURL[12]->text(), typed);
-        urlEditor(m)->txtEditURL->setText(QStringLiteral("   "));
-        urlEditor(m)->cmdApply_Click();
-        QCOMPARE(url(m, 12), QStringList({"", "?", "Reveals the URL description.", "Reveals the URL description."}));
-        settle();
-        // The open button uses the browser, or leads to the editor when there is no address.
-        m.t->txtURL[4]->setText(QStringLiteral(" https://example.org/x "));
-        m.t->cmdOpenURL_Click(4);
-        QVERIFY(m.fp.browser.opened == QStringList({"https://example.org/x"}) && !urlEditor(m));
-        m.t->cmdOpenURL_Click(5);
-        QVERIFY(m.fp.browser.opened.size() == 1 && urlEditor(m)->lblintIndex->text() == "6");
-        m.fp.browser.result = false;
-        m.t->cmdOpenURL_Click(4);
-        QVERIFY(m.fp.messages.shown.size() == 1 && m.fp.messages.shown[0].text.startsWith(QStringLiteral("cmdOpenURL_Click\r\n")));
-    }
-
-    void theSoundEditorAppliesDefaultsAndTests()
+    void eachEditorAppliesToItsRow()
     {
         LoadedMainWindow m;
         m.t->txtWAVEFileNamePath[12]->setText(QStringLiteral("/old.wav"));
@@ -92,6 +54,37 @@ private slots:
         settle();
         QCOMPARE(m.t->txtWAVEFileNamePath[12]->text(), QStringLiteral("/no/such/file.wav"));
         QVERIFY(m.t->bDataChanged && m.fp.messages.shown.isEmpty() && m.w->size() == QSize(804, 616) && m.w->tableSubWindow()->isMaximized());
+        // The address editor: its row, the marker and the open button.
+        const QString typed = QStringLiteral("x; touch /tmp/owned");
+        m.t->txtURL[12]->setText(QStringLiteral("https://old.example"));
+        QTest::mouseClick(m.t->cmdEditURL[12], Qt::LeftButton);
+        frmEditURL *u = urlEditor(m);
+        QCOMPARE(QStringList({u->windowTitle(), u->lblintIndex->text(), u->txtEditURL->text()}),
+                 QStringList({"Editing URL Row:", "13", "https://old.example"}));
+        // Enter applies and closes; the address is kept as typed, trimmed.
+        m.t->bDataChanged = false;
+        u->txtEditURL->setText("  " + typed + "  ");
+        QTest::keyClick(u->txtEditURL, Qt::Key_Return);
+        settle();
+        QVERIFY(!urlEditor(m) && m.t->bDataChanged);
+        QCOMPARE(url(m, 12), QStringList({typed, "!", typed, typed}));
+        // Clear empties only the box; blanks only clear the address.
+        m.t->cmdEditURL_Click(12);
+        urlEditor(m)->cmdClearForm_Click();
+        QCOMPARE(m.t->txtURL[12]->text(), typed);
+        urlEditor(m)->txtEditURL->setText(QStringLiteral("   "));
+        urlEditor(m)->cmdApply_Click();
+        QCOMPARE(url(m, 12), QStringList({"", "?", "Reveals the URL description.", "Reveals the URL description."}));
+        settle();
+        // The open button uses the browser, or leads to the editor when there is no address.
+        m.t->txtURL[4]->setText(QStringLiteral(" https://example.org/x "));
+        m.t->cmdOpenURL_Click(4);
+        QVERIFY(m.fp.browser.opened == QStringList({"https://example.org/x"}) && !urlEditor(m));
+        m.t->cmdOpenURL_Click(5);
+        QVERIFY(m.fp.browser.opened.size() == 1 && urlEditor(m)->lblintIndex->text() == "6");
+        m.fp.browser.result = false;
+        m.t->cmdOpenURL_Click(4);
+        QVERIFY(m.fp.messages.shown.size() == 1 && m.fp.messages.shown[0].text.startsWith(QStringLiteral("cmdOpenURL_Click\r\n")));
     }
 };
 
