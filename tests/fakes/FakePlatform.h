@@ -230,8 +230,3 @@ struct FakePlatform {
                         appDir,   instance, version,        end,           p ? *p : pictures, wallTimer, notifier, autostart};
     }
 };
-
-inline Platform withServices(FakePlatform &fp, SoundPlayer *sound, TrayIcon *tray = nullptr, PictureLoader *pictures = nullptr)
-{
-    return fp.withServices(sound, tray, pictures);
-}

@@ -162,7 +162,7 @@ private slots:
         fp.pictures.fails = kind == "picture fails";
         if (kind == "root folder") // the separator is always inserted: "//" starts the path
             fp.appDir.directory = "/" + fp.testDir.path();
-        mdiAlarmClock w(kind == "tray fails" ? withServices(fp, nullptr, &failingTray) : fp.platform());
+        mdiAlarmClock w(kind == "tray fails" ? fp.withServices(nullptr, &failingTray) : fp.platform());
         QCOMPARE(load(w), runs);
         QStringList shown;
         for (const ShownMessage &m : fp.messages.shown)
