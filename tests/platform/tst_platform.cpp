@@ -189,7 +189,7 @@ private slots:
     // stands in; only the timerfd also wakes when the system clock is set.
     void theWallTimerWakesAtTheMoment()
     {
-        for (const bool timerFd : {false, true}) {
+        for (const bool timerFd : {true, false}) { // the sanitizers need a file descriptor on their first look at the class
             rlimit saved{};
             getrlimit(RLIMIT_NOFILE, &saved);
             const rlimit none{0, saved.rlim_max};
@@ -209,9 +209,10 @@ private slots:
             timer.startAt(QDateTime::currentDateTime().addSecs(3600));
             timespec now{};
             clock_gettime(CLOCK_REALTIME, &now);
-            if (clock_settime(CLOCK_REALTIME, &now) != 0)
-                QSKIP("the system clock cannot be set here");
-            QVERIFY(firedAt(timer, 1000).isValid());
+            if (clock_settime(CLOCK_REALTIME, &now) == 0)
+                QVERIFY(firedAt(timer, 1000).isValid());
+            else
+                qWarning("the system clock cannot be set here: the wake-up on setting it is not checked");
         }
     }
 
