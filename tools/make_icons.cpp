@@ -1,6 +1,6 @@
 // Writes the program's icon as PNGs in the hicolor theme layout, for the
 // desktop entry of an installed copy: make_icons OUTPUT_DIR
-#include "shell/AppIcon.h"
+#include "appearance/AppIcon.h"
 
 #include <QDir>
 #include <cstdio>

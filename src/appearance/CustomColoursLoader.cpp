@@ -1,10 +1,10 @@
 #include "appearance/CustomColoursLoader.h"
 
 #include "appearance/ColourText.h"
-#include "rules/CustomColours.h"
 #include "data/Database.h"
-#include "rules/AppError.h"
 #include "platform/MessageBox.h"
+#include "rules/AppError.h"
+#include "rules/CustomColours.h"
 #include "rules/ValueConversions.h"
 
 void subGloballyLoadfrmAlarmClockColours(Database &db, CustomColours &colours)

@@ -4,13 +4,12 @@
 #include "appearance/CustomColoursLoader.h"
 #include "appearance/WidgetColours.h"
 #include "data/Database.h"
-#include "rules/AppError.h"
+#include "links/AlarmState.h"
+#include "links/CustomColorsHost.h"
 #include "platform/ColourPicker.h"
 #include "platform/MessageBox.h"
-#include "shell/ShellLink.h"
-#include "table/AlarmState.h"
+#include "rules/AppError.h"
 #include "rules/ValueConversions.h"
-#include "table/frmAlarmClock.h"
 
 #include <QCloseEvent>
 #include <QGridLayout>
@@ -36,9 +35,9 @@ QString slotField(int n) { return QStringLiteral("strCustomColours%1").arg(n, 2,
 
 } // namespace
 
-frmCustomColors::frmCustomColors(const Platform &platform, Database &db, AlarmState &state, ShellLink &shell,
-                                 frmAlarmClock &table, QWidget *parent)
-    : QWidget(parent), m_platform(platform), m_db(db), m_state(state), m_shell(shell), m_table(table)
+frmCustomColors::frmCustomColors(const Platform &platform, Database &db, AlarmState &state, CustomColorsHost &host,
+                                 QWidget *parent)
+    : QWidget(parent), m_platform(platform), m_db(db), m_state(state), m_host(host)
 {
     setObjectName(QStringLiteral("frmCustomColors"));
     setWindowTitle(QStringLiteral("Custom Colors"));
@@ -177,7 +176,7 @@ void frmCustomColors::cmdShowLegend_Click()
     // the dialog closes and reloads the stored ones.
     for (int n = 1; n <= 8; ++n)
         m_state.customColours.setSlot(n, colourFromText(txtCustomColours[size_t(n - 1)]->text()));
-    m_shell.showForm(SecondaryForm::Legend);
+    m_host.showLegend();
 }
 
 void frmCustomColors::cmdApply_Click()
@@ -197,12 +196,12 @@ void frmCustomColors::cmdApply_Click()
                 rs.close();
             }
         }
-        m_shell.subUnloadSecondaryForms();
-        m_shell.setColourMarks(2);
+        m_host.subUnloadSecondaryForms();
+        m_host.setColourMarks(2);
         m_state.intColorPick = 2;
         m_db.MyDB().execute(QStringLiteral("UPDATE tblprogramsetting set intColorPick = 2;"));
-        m_table.subSetMainForeAndBackGroundColors();
-        m_shell.subResetMainWindowSize();
+        m_host.subSetMainForeAndBackGroundColors();
+        m_host.subResetMainWindowSize();
         m_state.bEvaluateNow = true;
     } catch (const AppError &e) {
         showErrorBox(m_platform.messages, QStringLiteral("Err_subSetColorPicked"), e);
@@ -238,5 +237,5 @@ void frmCustomColors::closeEvent(QCloseEvent *event)
     event->accept();
     // Colours previewed but not applied are thrown away.
     subGloballyLoadfrmAlarmClockColours(m_db, m_state.customColours);
-    m_shell.closeSequence();
+    m_host.closeSequence();
 }

@@ -9,8 +9,7 @@ class QLabel;
 class QLineEdit;
 class QPushButton;
 class Database;
-class ShellLink;
-class frmAlarmClock;
+class CustomColorsHost;
 struct AlarmState;
 
 // Lets the user type or pick custom colour slots 1 to 8, preview them in the
@@ -18,8 +17,8 @@ struct AlarmState;
 class frmCustomColors : public QWidget {
     Q_OBJECT
 public:
-    frmCustomColors(const Platform &platform, Database &db, AlarmState &state, ShellLink &shell,
-                    frmAlarmClock &table, QWidget *parent = nullptr);
+    frmCustomColors(const Platform &platform, Database &db, AlarmState &state, CustomColorsHost &host,
+                    QWidget *parent = nullptr);
 
     void subLoadProgramSettingCustomColours();
     // Slot n is 1..8; picker and swatch indexes are 0..7.
@@ -50,8 +49,7 @@ private:
     const Platform m_platform;
     Database &m_db;
     AlarmState &m_state;
-    ShellLink &m_shell;
-    frmAlarmClock &m_table;
+    CustomColorsHost &m_host;
     // The picker starts from the colour it last returned, as a colour
     // dialog control keeps its own colour.
     qint32 m_pickerColour = 0;

@@ -1,8 +1,8 @@
 #include "appearance/frmLegend.h"
 
 #include "appearance/WidgetColours.h"
-#include "shell/ShellLink.h"
-#include "table/AlarmState.h"
+#include "links/AlarmState.h"
+#include "links/SecondaryHost.h"
 
 #include <QCloseEvent>
 #include <QLabel>
@@ -33,8 +33,8 @@ std::optional<LegendColours> legendColours(int scheme, const CustomColours &c)
 
 } // namespace
 
-frmLegend::frmLegend(const AlarmState &state, ShellLink &shell, QWidget *parent)
-    : QWidget(parent), m_state(state), m_shell(shell)
+frmLegend::frmLegend(const AlarmState &state, SecondaryHost &host, QWidget *parent)
+    : QWidget(parent), m_state(state), m_host(host)
 {
     setObjectName(QStringLiteral("frmLegend"));
     setWindowTitle(QStringLiteral("Legend"));
@@ -93,5 +93,5 @@ bool frmLegend::event(QEvent *event)
 void frmLegend::closeEvent(QCloseEvent *event)
 {
     event->accept();
-    m_shell.closeSequence();
+    m_host.closeSequence();
 }

@@ -4,7 +4,7 @@
 #include <array>
 
 class QLabel;
-class ShellLink;
+class SecondaryHost;
 struct AlarmState;
 
 // Explains the row colours of the active scheme, one line per state, and
@@ -12,7 +12,7 @@ struct AlarmState;
 class frmLegend : public QWidget {
     Q_OBJECT
 public:
-    frmLegend(const AlarmState &state, ShellLink &shell, QWidget *parent = nullptr);
+    frmLegend(const AlarmState &state, SecondaryHost &host, QWidget *parent = nullptr);
 
     // Paints the lines in the scheme's colours; runs whenever the window
     // becomes active, so a legend shown after a colour change is current.
@@ -27,5 +27,5 @@ protected:
 
 private:
     const AlarmState &m_state;
-    ShellLink &m_shell;
+    SecondaryHost &m_host;
 };

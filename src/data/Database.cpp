@@ -2,9 +2,9 @@
 
 #include "data/JetSql.h"
 #include "platform/AppDirectory.h"
-#include "rules/AppError.h"
 #include "platform/MessageBox.h"
 #include "platform/ProgramEnd.h"
+#include "rules/AppError.h"
 
 #include <QSqlDatabase>
 #include <QSqlError>

@@ -1,8 +1,8 @@
 #include "data/ProgramSettings.h"
 
 #include "data/Database.h"
-#include "rules/AppError.h"
 #include "platform/MessageBox.h"
+#include "rules/AppError.h"
 #include "rules/ValueConversions.h"
 
 std::optional<StoredSwitches> ProgramSettings::readSwitches()

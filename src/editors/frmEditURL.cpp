@@ -1,22 +1,21 @@
 #include "editors/frmEditURL.h"
 
 #include "appearance/DialogScheme.h"
-#include "shell/ShellLink.h"
-#include "table/AlarmState.h"
+#include "links/AlarmState.h"
+#include "links/RowEdits.h"
+#include "links/SecondaryHost.h"
 #include "rules/ValueConversions.h"
-#include "table/frmAlarmClock.h"
 
 #include <QCloseEvent>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 
-frmEditURL::frmEditURL(frmAlarmClock &table, const AlarmState &state, ShellLink &shell, QWidget *parent)
-    : QWidget(parent), m_table(table), m_state(state), m_shell(shell)
+frmEditURL::frmEditURL(RowEdits &table, const AlarmState &state, SecondaryHost &host, QWidget *parent)
+    : QWidget(parent), m_table(table), m_state(state), m_host(host)
 {
     setObjectName(QStringLiteral("frmEditURL"));
     setWindowTitle(QStringLiteral("Editing URL Row:"));
@@ -57,6 +56,12 @@ frmEditURL::frmEditURL(frmAlarmClock &table, const AlarmState &state, ShellLink 
     Form_Load();
 }
 
+void frmEditURL::editRow(int row, const QString &address)
+{
+    lblintIndex->setText(QString::number(row + 1));
+    txtEditURL->setText(address);
+}
+
 void frmEditURL::Form_Load() { applySchemeToDialog(this, m_state.intColorPick, m_state.customColours); }
 
 void frmEditURL::cmdApply_Click()
@@ -64,16 +69,9 @@ void frmEditURL::cmdApply_Click()
     const int row = integerValue(lblintIndex->text()) - 1;
     if (row < 0 || row >= kAlarmRows)
         return;
-    m_table.bDataChanged = true;
-    const QString address = txtEditURL->text().trimmed();
-    // "!" marks an address edited since the last load; saving turns it to "*".
-    QLabel *marker = m_table.lblUrlToolTip[row];
-    marker->setToolTip(address.isEmpty() ? QStringLiteral("Reveals the URL description.") : address);
-    marker->setAccessibleDescription(marker->toolTip());
-    m_table.lblUrlToolTip[row]->setText(address.isEmpty() ? QStringLiteral("?") : QStringLiteral("!"));
-    m_table.txtURL[row]->setText(address);
+    m_table.setRowURL(row, txtEditURL->text().trimmed());
     close();
-    m_shell.maximizeTableWindow();
+    m_host.maximizeTableWindow();
 }
 
 void frmEditURL::cmdClearForm_Click() { txtEditURL->clear(); }
@@ -96,5 +94,5 @@ bool frmEditURL::eventFilter(QObject *watched, QEvent *event)
 void frmEditURL::closeEvent(QCloseEvent *event)
 {
     event->accept();
-    m_shell.closeSequence();
+    m_host.closeSequence();
 }

@@ -5,8 +5,8 @@
 class QLabel;
 class QLineEdit;
 class QPushButton;
-class ShellLink;
-class frmAlarmClock;
+class RowEdits;
+class SecondaryHost;
 struct AlarmState;
 
 // Edits one row's web address. The row is known only by the number shown in
@@ -14,8 +14,10 @@ struct AlarmState;
 class frmEditURL : public QWidget {
     Q_OBJECT
 public:
-    frmEditURL(frmAlarmClock &table, const AlarmState &state, ShellLink &shell, QWidget *parent = nullptr);
+    frmEditURL(RowEdits &table, const AlarmState &state, SecondaryHost &host, QWidget *parent = nullptr);
 
+    // Starts editing row 0..12, whose address is now `address`.
+    void editRow(int row, const QString &address);
     void Form_Load();
     void cmdApply_Click();
     void cmdClearForm_Click();
@@ -31,7 +33,7 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
-    frmAlarmClock &m_table;
+    RowEdits &m_table;
     const AlarmState &m_state;
-    ShellLink &m_shell;
+    SecondaryHost &m_host;
 };

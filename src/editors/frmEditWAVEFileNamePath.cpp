@@ -1,14 +1,14 @@
 #include "editors/frmEditWAVEFileNamePath.h"
 
 #include "appearance/DialogScheme.h"
+#include "links/AlarmState.h"
+#include "links/RowEdits.h"
+#include "links/SecondaryHost.h"
 #include "platform/AppDirectory.h"
 #include "platform/FileSystem.h"
 #include "platform/MessageBox.h"
 #include "platform/SoundPlayer.h"
-#include "shell/ShellLink.h"
-#include "table/AlarmState.h"
 #include "rules/ValueConversions.h"
-#include "table/frmAlarmClock.h"
 
 #include <QCloseEvent>
 #include <QGridLayout>
@@ -18,9 +18,9 @@
 #include <QLineEdit>
 #include <QPushButton>
 
-frmEditWAVEFileNamePath::frmEditWAVEFileNamePath(const Platform &platform, frmAlarmClock &table,
-                                                 const AlarmState &state, ShellLink &shell, QWidget *parent)
-    : QWidget(parent), m_platform(platform), m_table(table), m_state(state), m_shell(shell)
+frmEditWAVEFileNamePath::frmEditWAVEFileNamePath(const Platform &platform, RowEdits &table,
+                                                 const AlarmState &state, SecondaryHost &host, QWidget *parent)
+    : QWidget(parent), m_platform(platform), m_table(table), m_state(state), m_host(host)
 {
     setObjectName(QStringLiteral("frmEditWAVEFileNamePath"));
     setWindowTitle(QStringLiteral("WAV File Name Pathing:"));
@@ -71,6 +71,12 @@ frmEditWAVEFileNamePath::frmEditWAVEFileNamePath(const Platform &platform, frmAl
     Form_Load();
 }
 
+void frmEditWAVEFileNamePath::editRow(int row, const QString &path)
+{
+    lblintIndex->setText(QString::number(row + 1));
+    txtEditWAVEFileNamePath->setText(path);
+}
+
 void frmEditWAVEFileNamePath::Form_Load() { applySchemeToDialog(this, m_state.intColorPick, m_state.customColours); }
 
 void frmEditWAVEFileNamePath::cmdApply_Click()
@@ -78,11 +84,10 @@ void frmEditWAVEFileNamePath::cmdApply_Click()
     const int row = integerValue(lblintIndex->text()) - 1;
     if (row < 0 || row >= kAlarmRows)
         return;
-    m_table.bDataChanged = true;
     // Not checked for existence: a missing file shows up at test or alarm time.
-    m_table.txtWAVEFileNamePath[row]->setText(txtEditWAVEFileNamePath->text().trimmed());
+    m_table.setRowSoundPath(row, txtEditWAVEFileNamePath->text().trimmed());
     close();
-    m_shell.maximizeTableWindow();
+    m_host.maximizeTableWindow();
 }
 
 void frmEditWAVEFileNamePath::cmdDefaultPath_Click()
@@ -127,5 +132,5 @@ bool frmEditWAVEFileNamePath::eventFilter(QObject *watched, QEvent *event)
 void frmEditWAVEFileNamePath::closeEvent(QCloseEvent *event)
 {
     event->accept();
-    m_shell.closeSequence();
+    m_host.closeSequence();
 }

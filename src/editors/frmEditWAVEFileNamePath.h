@@ -7,8 +7,8 @@
 class QLabel;
 class QLineEdit;
 class QPushButton;
-class ShellLink;
-class frmAlarmClock;
+class RowEdits;
+class SecondaryHost;
 struct AlarmState;
 
 // Edits one row's sound file, offers the default path and plays the file as
@@ -16,9 +16,11 @@ struct AlarmState;
 class frmEditWAVEFileNamePath : public QWidget {
     Q_OBJECT
 public:
-    frmEditWAVEFileNamePath(const Platform &platform, frmAlarmClock &table, const AlarmState &state,
-                            ShellLink &shell, QWidget *parent = nullptr);
+    frmEditWAVEFileNamePath(const Platform &platform, RowEdits &table, const AlarmState &state,
+                            SecondaryHost &host, QWidget *parent = nullptr);
 
+    // Starts editing row 0..12, whose sound file is now `path`.
+    void editRow(int row, const QString &path);
     void Form_Load();
     void cmdApply_Click();
     void cmdDefaultPath_Click();
@@ -39,7 +41,7 @@ protected:
 
 private:
     const Platform m_platform;
-    frmAlarmClock &m_table;
+    RowEdits &m_table;
     const AlarmState &m_state;
-    ShellLink &m_shell;
+    SecondaryHost &m_host;
 };

@@ -1,6 +1,6 @@
 #include "info/AboutArtwork.h"
 
-#include "shell/AppIcon.h"
+#include "appearance/AppIcon.h"
 
 #include <QColor>
 #include <QLinearGradient>

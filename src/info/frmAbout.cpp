@@ -2,8 +2,8 @@
 
 #include "data/ProgramSettings.h"
 #include "info/AboutArtwork.h"
+#include "links/SecondaryHost.h"
 #include "platform/VersionInfo.h"
-#include "shell/ShellLink.h"
 
 #include <QCloseEvent>
 #include <QHBoxLayout>
@@ -33,8 +33,8 @@ QLabel *pictureBox(QWidget *parent, const QString &name, const QString &accessib
 
 } // namespace
 
-frmAbout::frmAbout(const Platform &platform, ProgramSettings &settings, ShellLink &shell, QWidget *parent)
-    : QWidget(parent, Qt::Window), m_platform(platform), m_settings(settings), m_shell(shell)
+frmAbout::frmAbout(const Platform &platform, ProgramSettings &settings, SecondaryHost &host, QWidget *parent)
+    : QWidget(parent, Qt::Window), m_platform(platform), m_settings(settings), m_host(host)
 {
     setObjectName(QStringLiteral("frmAbout"));
     setWindowTitle(QStringLiteral("About"));
@@ -172,6 +172,6 @@ bool frmAbout::eventFilter(QObject *watched, QEvent *event)
 
 void frmAbout::closeEvent(QCloseEvent *event)
 {
-    m_shell.closeSequence();
+    m_host.closeSequence();
     QWidget::closeEvent(event);
 }

@@ -7,7 +7,7 @@
 
 class QLabel;
 class ProgramSettings;
-class ShellLink;
+class SecondaryHost;
 
 // The About box: version line, thanks, contact lines and pictures, with the
 // egg hidden in the labels and the flag. Handlers are public so tests can run
@@ -15,7 +15,7 @@ class ShellLink;
 class frmAbout : public QWidget {
     Q_OBJECT
 public:
-    frmAbout(const Platform &platform, ProgramSettings &settings, ShellLink &shell, QWidget *parent = nullptr);
+    frmAbout(const Platform &platform, ProgramSettings &settings, SecondaryHost &host, QWidget *parent = nullptr);
 
     void Form_Load();
     void lblAboutBox_DblClick(int index);
@@ -41,5 +41,5 @@ private:
     // outlive this window.
     Platform m_platform;
     ProgramSettings &m_settings;
-    ShellLink &m_shell;
+    SecondaryHost &m_host;
 };

@@ -6,10 +6,11 @@
 #include "editors/frmEditWAVEFileNamePath.h"
 #include "info/frmAbout.h"
 #include "info/frmTables.h"
+#include "links/CustomColorsHost.h"
 
 SecondaryForms::SecondaryForms(const Platform &platform, Database &db, ProgramSettings &settings, AlarmState &state,
-                               ShellLink &shell, frmAlarmClock &table)
-    : m_platform(platform), m_db(db), m_settings(settings), m_state(state), m_shell(shell), m_table(table)
+                               CustomColorsHost &host, RowEdits &table)
+    : m_platform(platform), m_db(db), m_settings(settings), m_state(state), m_host(host), m_table(table)
 {
 }
 
@@ -23,15 +24,15 @@ QWidget *SecondaryForms::create(SecondaryForm form)
 {
     switch (form) {
     case SecondaryForm::Legend:
-        return new frmLegend(m_state, m_shell);
+        return new frmLegend(m_state, m_host);
     case SecondaryForm::About:
-        return new frmAbout(m_platform, m_settings, m_shell);
+        return new frmAbout(m_platform, m_settings, m_host);
     case SecondaryForm::EditURL:
-        return new frmEditURL(m_table, m_state, m_shell);
+        return new frmEditURL(m_table, m_state, m_host);
     case SecondaryForm::EditWAVEFileNamePath:
-        return new frmEditWAVEFileNamePath(m_platform, m_table, m_state, m_shell);
+        return new frmEditWAVEFileNamePath(m_platform, m_table, m_state, m_host);
     case SecondaryForm::CustomColors:
-        return new frmCustomColors(m_platform, m_db, m_state, m_shell, m_table);
+        return new frmCustomColors(m_platform, m_db, m_state, m_host);
     case SecondaryForm::Tables:
         return new frmTables;
     }

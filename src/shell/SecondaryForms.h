@@ -1,24 +1,28 @@
 #pragma once
 
 #include "platform/Platform.h"
-#include "shell/ShellLink.h"
 
 #include <QPointer>
 #include <QWidget>
 #include <array>
 
+class CustomColorsHost;
 class Database;
 class ProgramSettings;
-class frmAlarmClock;
+class RowEdits;
 struct AlarmState;
+
+// The windows the main window opens beside the table.
+enum class SecondaryForm { Legend, About, EditURL, EditWAVEFileNamePath, CustomColors, Tables };
 
 // Loads, shows and unloads the windows that open beside the table. Each is
 // a modeless top-level window, created when first shown and destroyed when
 // closed, so it loads afresh every time.
 class SecondaryForms {
 public:
+    // `host` is the main window; `table` takes what the row editors apply.
     SecondaryForms(const Platform &platform, Database &db, ProgramSettings &settings, AlarmState &state,
-                   ShellLink &shell, frmAlarmClock &table);
+                   CustomColorsHost &host, RowEdits &table);
     ~SecondaryForms();
     SecondaryForms(const SecondaryForms &) = delete;
     SecondaryForms &operator=(const SecondaryForms &) = delete;
@@ -39,8 +43,8 @@ private:
     Database &m_db;
     ProgramSettings &m_settings;
     AlarmState &m_state;
-    ShellLink &m_shell;
-    frmAlarmClock &m_table;
+    CustomColorsHost &m_host;
+    RowEdits &m_table;
     std::array<QPointer<QWidget>, 6> m_forms;
     QList<QPointer<QWidget>> m_loadOrder;
 };

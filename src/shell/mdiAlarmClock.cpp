@@ -1,9 +1,10 @@
 #include "shell/mdiAlarmClock.h"
 
 #include "data/DatabaseLocation.h"
+#include "editors/frmEditURL.h"
+#include "editors/frmEditWAVEFileNamePath.h"
 #include "platform/AppDirectory.h"
 #include "platform/Autostart.h"
-#include "rules/AppError.h"
 #include "platform/FileSystem.h"
 #include "platform/InputBox.h"
 #include "platform/InstanceGuard.h"
@@ -11,9 +12,9 @@
 #include "platform/ProgramEnd.h"
 #include "platform/TrayIcon.h"
 #include "platform/WallTimer.h"
-#include "shell/SecondaryForms.h"
-#include "shell/TrayTip.h"
+#include "rules/AppError.h"
 #include "rules/ValueConversions.h"
+#include "shell/TrayPresence.h"
 #include "table/frmAlarmClock.h"
 
 #include <QAction>
@@ -24,48 +25,9 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
-#include <QMenuBar>
 #include <QMouseEvent>
-#include <QShortcut>
-#include <QTimer>
 
 namespace {
-
-// One step of a routine that ignores any error and goes on with its next step.
-template <typename Step>
-void resumeNext(Step step)
-{
-    try {
-        step();
-    } catch (const AppError &) {
-    }
-}
-
-// A checked mark changes only when a handler sets it, never by itself when
-// the command is chosen: undo the toggle Qt makes before the handler runs.
-template <typename Handler>
-QAction *addCommand(QMenu *menu, const char *name, const QString &caption, bool checkable, bool checked,
-                    Handler handler)
-{
-    auto *action = menu->addAction(caption);
-    action->setObjectName(QLatin1String(name));
-    action->setCheckable(checkable);
-    action->setChecked(checked);
-    QObject::connect(action, &QAction::triggered, menu, [action, handler](bool nowChecked) {
-        if (action->isCheckable())
-            action->setChecked(!nowChecked);
-        handler();
-    });
-    return action;
-}
-
-QMenu *addSubMenu(QMenu *parent, const char *name, const QString &caption)
-{
-    QMenu *menu = parent->addMenu(caption);
-    menu->setObjectName(QLatin1String(name));
-    menu->menuAction()->setObjectName(QLatin1String(name));
-    return menu;
-}
 
 int windowStateCode(Qt::WindowStates states)
 {
@@ -84,7 +46,8 @@ mdiAlarmClock::mdiAlarmClock(const Platform &platform, QWidget *parent)
 {
     setObjectName(QStringLiteral("mdiAlarmClock"));
     setWindowTitle(QStringLiteral("Alarm Clock"));
-    buildMenus();
+    setupMenus(this);
+    connectMenus();
 
     m_mdiArea = new QMdiArea(this);
     m_mdiArea->setObjectName(QStringLiteral("mdiArea"));
@@ -97,6 +60,7 @@ mdiAlarmClock::mdiAlarmClock(const Platform &platform, QWidget *parent)
     // must not delete it under the main window's feet.
     m_tableSub->setAttribute(Qt::WA_DeleteOnClose, false);
     m_forms = std::make_unique<SecondaryForms>(platform, m_db, m_settings, m_state, *this, *m_table);
+    m_trayPresence = std::make_unique<TrayPresence>(platform.tray, *this, m_state, m_settings, mnuProgram);
     m_tableSub->setObjectName(QStringLiteral("frmAlarmClockWindow"));
     // No title of its own: a maximized child would append it to the main
     // window's caption, which must read exactly the program's name.
@@ -110,8 +74,6 @@ mdiAlarmClock::mdiAlarmClock(const Platform &platform, QWidget *parent)
                     return;
                 m_table->Form_Resize(windowStateCode(now));
             });
-
-    platform.tray.setMouseHandler([this](int message) { trayMouseMessage(message); });
 }
 
 mdiAlarmClock::~mdiAlarmClock()
@@ -119,88 +81,45 @@ mdiAlarmClock::~mdiAlarmClock()
     // The windows that hold references into this one go first, while
     // everything they may call back into is still whole.
     m_tableSub->disconnect(this);
-    m_platform.tray.setMouseHandler({});
+    m_trayPresence.reset();
     m_forms.reset();
     delete m_tableSub;
 }
 
-void mdiAlarmClock::buildMenus()
+void mdiAlarmClock::connectMenus()
 {
-    QMenuBar *bar = menuBar();
-    auto top = [bar](const char *name, const QString &caption) {
-        QMenu *menu = bar->addMenu(caption);
-        menu->setObjectName(QLatin1String(name));
-        menu->menuAction()->setObjectName(QLatin1String(name));
-        return menu;
+    using Handler = void (mdiAlarmClock::*)();
+    const std::pair<QAction *, Handler> commands[] = {
+        {mnuAlarmClock, &mdiAlarmClock::mnuAlarmClock_Click},
+        {mnuCancelMenu, &mdiAlarmClock::mnuCancelMenu_Click},
+        {mnuExit, &mdiAlarmClock::mnuExit_Click},
+        {mnuSoundOn, &mdiAlarmClock::mnuSoundOn_Click},
+        {mnuSoundOff, &mdiAlarmClock::mnuSoundOff_Click},
+        {mnuPopupFormOn, &mdiAlarmClock::mnuPopupFormOn_Click},
+        {mnuPopupFormOff, &mdiAlarmClock::mnuPopupFormOff_Click},
+        {mnuActivateTimeRow, &mdiAlarmClock::mnuActivateTimeRow_Click},
+        {mnuDeactivateTimeRow, &mdiAlarmClock::mnuDeactivateTimeRow_Click},
+        {mnuMinimizedToTrayOn, &mdiAlarmClock::mnuMinimizedToTrayOn_Click},
+        {mnuMinimizedToTrayOff, &mdiAlarmClock::mnuMinimizedToTrayOff_Click},
+        {mnuMinimizeToTrayNow, &mdiAlarmClock::mnuMinimizeToTrayNow_Click},
+        {mnuChangeProgramName, &mdiAlarmClock::mnuChangeProgramName_Click},
+        {mnuDonotAskAnyMoreQuestions, &mdiAlarmClock::mnuDonotAskAnyMoreQuestions_Click},
+        {mnuStartAtLogin, &mdiAlarmClock::mnuStartAtLogin_Click},
+        {mnuColorRegular, &mdiAlarmClock::mnuColorRegular_Click},
+        {mnuColorMatrix, &mdiAlarmClock::mnuColorMatrix_Click},
+        {mnuColorCustom, &mdiAlarmClock::mnuColorCustom_Click},
+        {mnuColorCustomModify, &mdiAlarmClock::mnuColorCustomModify_Click},
+        {mnuAbout, &mdiAlarmClock::mnuAbout_Click},
+        {mnuLegend, &mdiAlarmClock::mnuLegend_Click},
+        {mnuTables, &mdiAlarmClock::mnuTables_Click},
     };
+    for (const auto &[command, handler] : commands)
+        onCommand(command, [this, handler = handler] { (this->*handler)(); });
 
-    mnuProgram = top("mnuProgram", QStringLiteral("Program"));
-    mnuAlarmClock = addCommand(mnuProgram, "mnuAlarmClock", QStringLiteral("Alarm Clock"), false, false,
-                               [this] { mnuAlarmClock_Click(); });
-    mnuCancelMenu = addCommand(mnuProgram, "mnuCancelMenu", QStringLiteral("Cancel Menu Selection"), false, false,
-                               [this] { mnuCancelMenu_Click(); });
-    mnuExit = addCommand(mnuProgram, "mnuExit", QStringLiteral("Exit"), false, false, [this] { mnuExit_Click(); });
-
-    mnuUtilities = top("mnuUtilities", QStringLiteral("Utilities"));
-    mnuSound = addSubMenu(mnuUtilities, "mnuSound", QStringLiteral("Sound"));
-    mnuSoundOn = addCommand(mnuSound, "mnuSoundOn", QStringLiteral("Sound On"), true, true,
-                            [this] { mnuSoundOn_Click(); });
-    mnuSoundOff = addCommand(mnuSound, "mnuSoundOff", QStringLiteral("Sound Off"), true, false,
-                             [this] { mnuSoundOff_Click(); });
-    mnuOnAlarmPopupForm = addSubMenu(mnuUtilities, "mnuOnAlarmPopupForm", QStringLiteral("On Alarm Popup Form"));
-    mnuPopupFormOn = addCommand(mnuOnAlarmPopupForm, "mnuPopupFormOn", QStringLiteral("Popup Form On"), true, false,
-                                [this] { mnuPopupFormOn_Click(); });
-    mnuPopupFormOff = addCommand(mnuOnAlarmPopupForm, "mnuPopupFormOff", QStringLiteral("Popup Form Off"), true,
-                                 true, [this] { mnuPopupFormOff_Click(); });
-    mnuTimeRow = addSubMenu(mnuUtilities, "mnuTimeRow", QStringLiteral("Time Row"));
-    mnuActivateTimeRow = addCommand(mnuTimeRow, "mnuActivateTimeRow", QStringLiteral("Activate Time Row"), true,
-                                    false, [this] { mnuActivateTimeRow_Click(); });
-    mnuDeactivateTimeRow = addCommand(mnuTimeRow, "mnuDeactivateTimeRow", QStringLiteral("Deactivate Time Row"),
-                                      true, true, [this] { mnuDeactivateTimeRow_Click(); });
-    mnuMinimizeToTray = addSubMenu(mnuUtilities, "mnuMinimizeToTray", QStringLiteral("Minimize To Tray"));
-    mnuMinimizedToTrayOn = addCommand(mnuMinimizeToTray, "mnuMinimizedToTrayOn",
-                                      QStringLiteral("Minimize To Tray Allowed"), true, true,
-                                      [this] { mnuMinimizedToTrayOn_Click(); });
-    mnuMinimizedToTrayOff = addCommand(mnuMinimizeToTray, "mnuMinimizedToTrayOff",
-                                       QStringLiteral("Minimized To Tray Disabled"), true, false,
-                                       [this] { mnuMinimizedToTrayOff_Click(); });
-    mnuMinimizeToTrayNow = addCommand(mnuMinimizeToTray, "mnuMinimizeToTrayNow",
-                                      QStringLiteral("Minimize To Tray Now"), false, false,
-                                      [this] { mnuMinimizeToTrayNow_Click(); });
-    mnuChangeProgramName = addCommand(mnuUtilities, "mnuChangeProgramName", QStringLiteral("Change Program Name"),
-                                      false, false, [this] { mnuChangeProgramName_Click(); });
-    mnuDonotAskAnyMoreQuestions =
-        addCommand(mnuUtilities, "mnuDonotAskAnyMoreQuestions", QStringLiteral("Limit Application Questions Asked"),
-                   true, false, [this] { mnuDonotAskAnyMoreQuestions_Click(); });
-    mnuStartAtLogin = addCommand(mnuUtilities, "mnuStartAtLogin", QStringLiteral("Start at Login"), true,
-                                 m_platform.autostart.enabled(), [this] { mnuStartAtLogin_Click(); });
+    mnuStartAtLogin->setChecked(m_platform.autostart.enabled());
     // The entry may have been removed elsewhere (a desktop's settings) meanwhile.
     connect(mnuUtilities, &QMenu::aboutToShow, this,
             [this] { mnuStartAtLogin->setChecked(m_platform.autostart.enabled()); });
-    mnuColors = addSubMenu(mnuUtilities, "mnuColors", QStringLiteral("Colors"));
-    mnuColorRegular = addCommand(mnuColors, "mnuColorRegular", QStringLiteral("Regular"), true, true,
-                                 [this] { mnuColorRegular_Click(); });
-    mnuColorMatrix = addCommand(mnuColors, "mnuColorMatrix", QStringLiteral("Matrix"), true, false,
-                                [this] { mnuColorMatrix_Click(); });
-    mnuColorCustom = addCommand(mnuColors, "mnuColorCustom", QStringLiteral("Custom"), true, false,
-                                [this] { mnuColorCustom_Click(); });
-    mnuColorCustomModify = addCommand(mnuColors, "mnuColorCustomModify", QStringLiteral("Modify Custom Colors"),
-                                      false, false, [this] { mnuColorCustomModify_Click(); });
-
-    mnuHelp = top("mnuHelp", QStringLiteral("Help"));
-    mnuAbout = addCommand(mnuHelp, "mnuAbout", QStringLiteral("About"), false, false, [this] { mnuAbout_Click(); });
-    mnuLegend =
-        addCommand(mnuHelp, "mnuLegend", QStringLiteral("Legend"), false, false, [this] { mnuLegend_Click(); });
-
-    mnuAdminMode = top("mnuAdminMode", QStringLiteral("Administration Mode"));
-    mnuTables =
-        addCommand(mnuAdminMode, "mnuTables", QStringLiteral("Tables"), false, false, [this] { mnuTables_Click(); });
-    mnuAdminMode->menuAction()->setVisible(false);
-
-    // The menu captions carry no accelerators, so F10 opens the menu bar from
-    // the keyboard, as on other desktops.
-    auto *menuKey = new QShortcut(QKeySequence(Qt::Key_F10), this);
-    connect(menuKey, &QShortcut::activated, this, [this] { menuBar()->setActiveAction(mnuProgram->menuAction()); });
 }
 
 // ---------------------------------------------------------------------------
@@ -422,6 +341,29 @@ void mdiAlarmClock::subUnloadSecondaryForms() { m_forms->unloadAll(); }
 
 QWidget *mdiAlarmClock::showForm(SecondaryForm form) { return m_forms->show(form); }
 
+void mdiAlarmClock::showLegend() { showForm(SecondaryForm::Legend); }
+
+void mdiAlarmClock::editRowSound(int row, const QString &path)
+{
+    if (auto *editor = qobject_cast<frmEditWAVEFileNamePath *>(showForm(SecondaryForm::EditWAVEFileNamePath)))
+        editor->editRow(row, path);
+}
+
+void mdiAlarmClock::editRowURL(int row, const QString &address)
+{
+    if (auto *editor = qobject_cast<frmEditURL *>(showForm(SecondaryForm::EditURL)))
+        editor->editRow(row, address);
+}
+
+void mdiAlarmClock::closeSequence()
+{
+    subResetMainWindowSize();
+    maximizeTableWindow();
+    subUnloadSecondaryForms();
+}
+
+void mdiAlarmClock::subSetMainForeAndBackGroundColors() { m_table->subSetMainForeAndBackGroundColors(); }
+
 QWidget *mdiAlarmClock::form(SecondaryForm form) const { return m_forms->form(form); }
 
 void mdiAlarmClock::setColourMarks(int scheme) { checkColourCommand(scheme); }
@@ -468,220 +410,16 @@ void mdiAlarmClock::setMenuPair(MenuPair pair, bool on)
 bool mdiAlarmClock::questionsLimited() const { return mnuDonotAskAnyMoreQuestions->isChecked(); }
 
 // ---------------------------------------------------------------------------
-// Menu commands
-
-void mdiAlarmClock::mnuAlarmClock_Click() { subShowWindows(); }
-
-// Choosing it only closes the menu, which Qt has already done.
-void mdiAlarmClock::mnuCancelMenu_Click() {}
-
-void mdiAlarmClock::mnuExit_Click() { close(); }
-
-QCheckBox *mdiAlarmClock::pairSwitch(MenuPair pair) const
-{
-    switch (pair) {
-    case MenuPair::Sound:
-        return m_table->chkSoundOnOff;
-    case MenuPair::PopupForm:
-        return m_table->chkShow;
-    case MenuPair::TimeRow:
-        return m_table->chkTimeRow;
-    case MenuPair::MinimizeToTray:
-        return m_table->chkMinimizeToTray;
-    }
-    Q_UNREACHABLE();
-}
-
-void mdiAlarmClock::switchPair(MenuPair pair, bool on, const QString &statement, OnError onError)
-{
-    const auto run = [onError](const auto &step) {
-        if (onError == OnError::GoOn)
-            resumeNext(step);
-        else
-            step();
-    };
-    // Changing the sound switch plays a check sound, and the user may choose
-    // again while it plays: only a choice still standing is stored, so the
-    // database never says other than the window.
-    const quint64 choice = ++m_pairChoices;
-    run([&] { setMenuPair(pair, on); });
-    // Changing the switch runs its own click handling, as a user's click would.
-    run([&] { pairSwitch(pair)->setChecked(on); });
-    if (choice == m_pairChoices && pairSwitch(pair)->isChecked() == on)
-        run([&] { m_settings.execute(statement); });
-}
-
-void mdiAlarmClock::mnuSoundOn_Click()
-{
-    switchPair(MenuPair::Sound, true, QStringLiteral("UPDATE tblprogramsetting set booSound = True"), OnError::GoOn);
-}
-
-void mdiAlarmClock::mnuSoundOff_Click()
-{
-    switchPair(MenuPair::Sound, false, QStringLiteral("UPDATE tblprogramsetting set booSound = False"),
-               OnError::GoOn);
-}
-
-void mdiAlarmClock::mnuPopupFormOn_Click()
-{
-    switchPair(MenuPair::PopupForm, true, QStringLiteral("UPDATE tblprogramsetting set booAlarmPopupForm = True"),
-               OnError::GoOn);
-}
-
-void mdiAlarmClock::mnuPopupFormOff_Click()
-{
-    switchPair(MenuPair::PopupForm, false, QStringLiteral("UPDATE tblprogramsetting set booAlarmPopupForm = False"),
-               OnError::GoOn);
-}
-
-// The two time-row commands have no error handling of their own: an error
-// there is an unhandled run-time error, which is reported and ends the program.
-void mdiAlarmClock::endOnUnhandledError(const std::function<void()> &command)
-{
-    try {
-        command();
-    } catch (const AppError &e) {
-        m_platform.messages.show(QStringLiteral("Run-time error '%1':\r\n\r\n%2").arg(e.number).arg(e.description),
-                                 MsgButtons::Ok, MsgIcon::Critical, QString());
-        m_platform.end.endProgram();
-    }
-}
-
-void mdiAlarmClock::mnuActivateTimeRow_Click()
-{
-    endOnUnhandledError([this] {
-        switchPair(MenuPair::TimeRow, true, QStringLiteral("UPDATE tblprogramsetting set booTimeRow = True"),
-                   OnError::Stop);
-    });
-}
-
-void mdiAlarmClock::mnuDeactivateTimeRow_Click()
-{
-    endOnUnhandledError([this] {
-        switchPair(MenuPair::TimeRow, false, QStringLiteral("UPDATE tblprogramsetting set booTimeRow = False"),
-                   OnError::Stop);
-    });
-}
-
-void mdiAlarmClock::mnuMinimizedToTrayOn_Click()
-{
-    switchPair(MenuPair::MinimizeToTray, true, QStringLiteral("UPDATE tblprogramsetting set booMinimizeToTray = True"),
-               OnError::GoOn);
-}
-
-void mdiAlarmClock::mnuMinimizedToTrayOff_Click()
-{
-    switchPair(MenuPair::MinimizeToTray, false,
-               QStringLiteral("UPDATE tblprogramsetting set booMinimizeToTray = False"), OnError::GoOn);
-}
-
-void mdiAlarmClock::mnuMinimizeToTrayNow_Click()
-{
-    // Added without removing first; a second icon is the tray's business.
-    resumeNext([this] { subMinimizeToTray(true, QString()); });
-}
-
-void mdiAlarmClock::mnuChangeProgramName_Click() { subAlarmclockCaptionModify(); }
-
-void mdiAlarmClock::mnuDonotAskAnyMoreQuestions_Click()
-{
-    try {
-        const bool limited = !mnuDonotAskAnyMoreQuestions->isChecked();
-        mnuDonotAskAnyMoreQuestions->setChecked(limited);
-        m_settings.execute(QStringLiteral("UPDATE tblprogramsetting set booDonotAskAnyMore = ")
-                           + (limited ? QStringLiteral("True") : QStringLiteral("False")));
-    } catch (const AppError &e) {
-        showErrorBox(m_platform.messages, QStringLiteral("mnuDonotAskAnyMoreQuestions_Click"), e);
-    }
-}
-
-void mdiAlarmClock::mnuStartAtLogin_Click()
-{
-    Autostart &autostart = m_platform.autostart;
-    if (!autostart.setEnabled(!autostart.enabled()))
-        m_platform.messages.show(QStringLiteral("Could not change the file:\r\n") + autostart.entryPath(),
-                                 MsgButtons::Ok, MsgIcon::Critical, QStringLiteral("START AT LOGIN"));
-    mnuStartAtLogin->setChecked(autostart.enabled());
-}
-
-void mdiAlarmClock::selectColourScheme(qint16 scheme, const QString &statement)
-{
-    resumeNext([this] { subUnloadSecondaryForms(); });
-    checkColourCommand(scheme);
-    m_state.intColorPick = scheme;
-    resumeNext([&] { m_settings.execute(statement); });
-    resumeNext([this] { m_table->subSetMainForeAndBackGroundColors(); });
-    resumeNext([this] { subResetMainWindowSize(); });
-    // The next tick repaints every row's state colour.
-    m_state.bEvaluateNow = true;
-}
-
-void mdiAlarmClock::mnuColorRegular_Click()
-{
-    selectColourScheme(0, QStringLiteral("UPDATE tblprogramsetting set intColorPick = 0;"));
-}
-
-void mdiAlarmClock::mnuColorMatrix_Click()
-{
-    selectColourScheme(1, QStringLiteral("UPDATE tblprogramsetting set intColorPick = 1;"));
-}
-
-void mdiAlarmClock::mnuColorCustom_Click()
-{
-    selectColourScheme(2, QStringLiteral("UPDATE tblprogramsetting set intColorPick = 2;"));
-}
-
-void mdiAlarmClock::mnuColorCustomModify_Click()
-{
-    // The dialog edits the custom scheme, so that scheme is shown while it is open.
-    if (!mnuColorCustom->isChecked())
-        mnuColorCustom_Click();
-    openSecondary(SecondaryForm::CustomColors);
-}
-
-void mdiAlarmClock::mnuAbout_Click() { openSecondary(SecondaryForm::About); }
-
-void mdiAlarmClock::mnuLegend_Click() { openSecondary(SecondaryForm::Legend); }
-
-void mdiAlarmClock::mnuTables_Click() { openSecondary(SecondaryForm::Tables); }
-
-void mdiAlarmClock::openSecondary(SecondaryForm form)
-{
-    resumeNext([this, form] { showForm(form); });
-}
-
-// ---------------------------------------------------------------------------
 // Tray
 
 void mdiAlarmClock::subMinimizeToTray(bool bHideForm, const QString &zMessage)
 {
-    if (bHideForm) {
-        m_state.intMDIWindowState = 1;
-        // Without a tray host nothing on screen could bring a hidden window
-        // back: it stays minimized on the task bar instead.
-        if (m_platform.tray.available())
-            hide();
-        else
-            setWindowState(windowState() | Qt::WindowMinimized);
-    }
-    m_platform.tray.add(visibleTrayTip(trayTipField(m_settings.subReturnAlarmclockName(), zMessage)));
+    m_trayPresence->subMinimizeToTray(bHideForm, zMessage);
 }
 
-void mdiAlarmClock::subRemoveTrayIcon() { m_platform.tray.remove(); }
+void mdiAlarmClock::subRemoveTrayIcon() { m_trayPresence->subRemoveTrayIcon(); }
 
-void mdiAlarmClock::trayMouseMessage(int message)
-{
-    if (message == TrayIcon::LeftDoubleClick) {
-        m_state.bEvaluateNow = true;
-        m_state.intMDIWindowState = 0;
-        setWindowState(windowState() & ~(Qt::WindowMinimized | Qt::WindowMaximized));
-        show();
-        raise();
-        activateWindow();
-    } else if (message == TrayIcon::RightButtonDown) {
-        mnuProgram->popup(QCursor::pos());
-    }
-}
+void mdiAlarmClock::trayMouseMessage(int message) { m_trayPresence->mouseMessage(message); }
 
 void mdiAlarmClock::changeEvent(QEvent *event)
 {

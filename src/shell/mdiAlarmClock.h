@@ -2,25 +2,26 @@
 
 #include "data/Database.h"
 #include "data/ProgramSettings.h"
+#include "links/AlarmState.h"
+#include "links/CustomColorsHost.h"
+#include "links/TableHost.h"
 #include "platform/Platform.h"
-#include "shell/ShellLink.h"
-#include "table/AlarmState.h"
+#include "shell/MainMenu.h"
+#include "shell/SecondaryForms.h"
 
 #include <QMainWindow>
 #include <functional>
 #include <memory>
 
-class QAction;
 class QCheckBox;
 class QMdiArea;
 class QMdiSubWindow;
-class QMenu;
-class SecondaryForms;
+class TrayPresence;
 class frmAlarmClock;
 
 // The main window: menu bar, tray icon, start-up and shutdown. It holds the
-// table window and opens the secondary windows.
-class mdiAlarmClock : public QMainWindow, public ShellLink {
+// table window, opens the secondary windows, and answers what they ask.
+class mdiAlarmClock : public QMainWindow, public MainMenu, public TableHost, public CustomColorsHost {
     Q_OBJECT
 public:
     explicit mdiAlarmClock(const Platform &platform, QWidget *parent = nullptr);
@@ -60,25 +61,31 @@ public:
     void mnuLegend_Click();
     void mnuTables_Click();
 
-    // Hooks that open the secondary windows built elsewhere. Whoever owns
-    // those windows sets them; while one is unset its command does nothing.
-
     // Tray.
     void trayMouseMessage(int message);
 
-    // ShellLink
+    // What the table window asks.
     void setMenuPair(MenuPair pair, bool on) override;
     bool questionsLimited() const override;
+    void subApplyMDIProgramSettings() override;
     void subMinimizeToTray(bool bHideForm, const QString &zMessage) override;
     void subRemoveTrayIcon() override;
     void restoreMainWindow() override;
     void subResetMainWindowSize() override;
     void subUnloadSecondaryForms() override;
-    void maximizeTableWindow() override;
-    void subApplyMDIProgramSettings() override;
     QWidget *mainPictureTarget() override;
+    void editRowSound(int row, const QString &path) override;
+    void editRowURL(int row, const QString &address) override;
+
+    // What the secondary windows ask.
+    void closeSequence() override;
+    void maximizeTableWindow() override;
+    void showLegend() override;
     void setColourMarks(int scheme) override;
-    QWidget *showForm(SecondaryForm form) override;
+    void subSetMainForeAndBackGroundColors() override;
+
+    // Shows a secondary window, loading it first when it is not open.
+    QWidget *showForm(SecondaryForm form);
     // The open secondary window, or null.
     QWidget *form(SecondaryForm form) const;
 
@@ -88,47 +95,13 @@ public:
     Database &database() { return m_db; }
     ProgramSettings &settings() { return m_settings; }
 
-    // The menu tree, by control name.
-    QMenu *mnuProgram = nullptr;
-    QAction *mnuAlarmClock = nullptr;
-    QAction *mnuCancelMenu = nullptr;
-    QAction *mnuExit = nullptr;
-    QMenu *mnuUtilities = nullptr;
-    QMenu *mnuSound = nullptr;
-    QAction *mnuSoundOn = nullptr;
-    QAction *mnuSoundOff = nullptr;
-    QMenu *mnuOnAlarmPopupForm = nullptr;
-    QAction *mnuPopupFormOn = nullptr;
-    QAction *mnuPopupFormOff = nullptr;
-    QMenu *mnuTimeRow = nullptr;
-    QAction *mnuActivateTimeRow = nullptr;
-    QAction *mnuDeactivateTimeRow = nullptr;
-    QMenu *mnuMinimizeToTray = nullptr;
-    QAction *mnuMinimizedToTrayOn = nullptr;
-    QAction *mnuMinimizedToTrayOff = nullptr;
-    QAction *mnuMinimizeToTrayNow = nullptr;
-    QAction *mnuChangeProgramName = nullptr;
-    QAction *mnuDonotAskAnyMoreQuestions = nullptr;
-    QAction *mnuStartAtLogin = nullptr;
-    QMenu *mnuColors = nullptr;
-    QAction *mnuColorRegular = nullptr;
-    QAction *mnuColorMatrix = nullptr;
-    QAction *mnuColorCustom = nullptr;
-    QAction *mnuColorCustomModify = nullptr;
-    QMenu *mnuHelp = nullptr;
-    QAction *mnuAbout = nullptr;
-    QAction *mnuLegend = nullptr;
-    QMenu *mnuAdminMode = nullptr;
-    QAction *mnuTables = nullptr;
-
-
 protected:
     void closeEvent(QCloseEvent *event) override;
     void changeEvent(QEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    void buildMenus();
+    void connectMenus();
     void checkColourCommand(int scheme);
     QCheckBox *pairSwitch(MenuPair pair) const;
     enum class OnError { GoOn, Stop };
@@ -146,6 +119,7 @@ private:
     frmAlarmClock *m_table = nullptr;
     QMdiSubWindow *m_tableSub = nullptr;
     std::unique_ptr<SecondaryForms> m_forms;
+    std::unique_ptr<TrayPresence> m_trayPresence;
     bool m_unloaded = false;
     // Counts the menu pairs' choices, to tell a later one made during a play.
     quint64 m_pairChoices = 0;

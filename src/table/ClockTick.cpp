@@ -1,6 +1,7 @@
 #include "table/ClockTick.h"
 
 #include "appearance/WidgetColours.h"
+#include "links/TableHost.h"
 #include "platform/Clock.h"
 #include "platform/Notifier.h"
 #include "platform/SoundPlayer.h"
@@ -10,10 +11,9 @@
 #include "rules/CountdownText.h"
 #include "rules/DateText.h"
 #include "rules/RowState.h"
+#include "rules/TickSchedule.h"
 #include "rules/ValueConversions.h"
-#include "shell/ShellLink.h"
 #include "table/SoundingCycle.h"
-#include "table/TickSchedule.h"
 
 #include <QCheckBox>
 #include <QCoreApplication>
@@ -32,9 +32,9 @@ void letPendingEventsRun() { QCoreApplication::processEvents(); }
 
 } // namespace
 
-ClockTick::ClockTick(const Platform &platform, AlarmState &state, ShellLink &shell, SoundingCycle &cycle,
+ClockTick::ClockTick(const Platform &platform, AlarmState &state, TableHost &host, SoundingCycle &cycle,
                      TickControls controls)
-    : m_platform(platform), m_state(state), m_shell(shell), m_cycle(cycle), m_controls(std::move(controls))
+    : m_platform(platform), m_state(state), m_host(host), m_cycle(cycle), m_controls(std::move(controls))
 {
     m_tripped.fill(kNever);
 }
@@ -142,15 +142,15 @@ void ClockTick::tick(const QDateTime &now, qint64 missedAfter)
 void ClockTick::raiseAlarm(qint64 moment)
 {
     const QString message = QStringLiteral("ALARM @ ") + formatAlarmTipTime(fromWallSecond(moment));
-    m_shell.subRemoveTrayIcon();
-    m_shell.subMinimizeToTray(false, message);
+    m_host.subRemoveTrayIcon();
+    m_host.subMinimizeToTray(false, message);
     // Says which alarm rings, with a Stop, where no tray or pop-up would.
     m_platform.notifier.show(message, m_controls.txtACDetails[size_t(m_state.intAlarmRow)]->text());
     letPendingEventsRun();
     m_state.bEvaluateNow = true;
     if (m_controls.chkShow->isChecked()) {
         m_state.intMDIWindowState = 0;
-        m_shell.restoreMainWindow();
+        m_host.restoreMainWindow();
         letPendingEventsRun();
     }
     if (m_state.bSoundOn && m_state.lngAlarmPlaysLeft < 1)

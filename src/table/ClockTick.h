@@ -1,7 +1,7 @@
 #pragma once
 
+#include "links/AlarmState.h"
 #include "platform/Platform.h"
-#include "table/AlarmState.h"
 
 #include <QDateTime>
 #include <QString>
@@ -13,7 +13,7 @@
 class QCheckBox;
 class QLabel;
 class QLineEdit;
-class ShellLink;
+class TableHost;
 class SoundingCycle;
 
 // The controls of the table window that the tick writes and reads.
@@ -34,7 +34,7 @@ struct TickControls {
 // the clock does afterwards).
 class ClockTick {
 public:
-    ClockTick(const Platform &platform, AlarmState &state, ShellLink &shell, SoundingCycle &cycle,
+    ClockTick(const Platform &platform, AlarmState &state, TableHost &host, SoundingCycle &cycle,
               TickControls controls);
 
     void tmrAlarmClock_Timer();
@@ -54,7 +54,7 @@ private:
 
     const Platform m_platform;
     AlarmState &m_state;
-    ShellLink &m_shell;
+    TableHost &m_host;
     SoundingCycle &m_cycle;
     const TickControls m_controls;
     // The last tick, in UTC and in wall-clock seconds.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "table/AlarmState.h"
+#include "links/AlarmState.h"
 
 #include <QObject>
 

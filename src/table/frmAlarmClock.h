@@ -1,7 +1,10 @@
 #pragma once
 
+#include "links/RowEdits.h"
 #include "platform/Platform.h"
-#include "table/AlarmState.h"
+#include "table/AlarmRows.h"
+#include "table/RowControls.h"
+#include "table/RowEntry.h"
 
 #include <QDateTime>
 #include <QWidget>
@@ -9,29 +12,23 @@
 #include <memory>
 
 class QCheckBox;
-class QLabel;
-class QLineEdit;
-class QPushButton;
 class QTimer;
 class WallTimer;
-class QToolButton;
 class Database;
 class ProgramSettings;
-class ShellLink;
+class TableHost;
 class SoundingCycle;
 class ClockTick;
 
-template <typename T>
-using RowArray = std::array<T *, kAlarmRows>;
-
 // The alarm table: 13 rows, the time row, the switches, the clock read-out
 // and the three timers. Handlers carry the names of the controls and events
-// they serve, and are public so tests can run them as the events would.
-class frmAlarmClock : public QWidget {
+// they serve, and are public so tests can run them as the events would; the
+// rows' storage and entry rules live in AlarmRows and RowEntry.
+class frmAlarmClock : public QWidget, public RowControls, public RowEdits {
     Q_OBJECT
 public:
     frmAlarmClock(const Platform &platform, Database &db, ProgramSettings &settings, AlarmState &state,
-                  ShellLink &shell, QWidget *parent = nullptr);
+                  TableHost &host, QWidget *parent = nullptr);
     ~frmAlarmClock() override;
 
     // Window lifecycle.
@@ -72,8 +69,6 @@ public:
     void txtACDate_Change(int index);
     void txtACTime_Change(int index);
     void txtACDetails_Change(int index);
-    // Returns false when the typed character is dropped; may rewrite it.
-    bool txtACTime_KeyPress(int index, QChar &typed);
     void txtACDate_KeyUp(int index, int keyCode);
     void txtACTime_KeyUp(int index, int keyCode);
     void txtACDate_LostFocus(int index);
@@ -96,29 +91,15 @@ public:
     void cmdEditURL_Click(int index);
     void cmdOpenURL_Click(int index);
 
+    // What the row editors report.
+    void setRowURL(int row, const QString &address) override;
+    void setRowSoundPath(int row, const QString &path) override;
+
     // Painting.
     void subSetMainForeAndBackGroundColors();
     void subSetRowDetailsBackColor(int index);
 
     bool bDataChanged = false;
-    // The URL marker's tooltip while the row has no address.
-    static QString urlMarkerTip();
-
-    // Per-row controls, indexed 0..12.
-    RowArray<QLabel> lblRowNumber{};
-    RowArray<QLineEdit> txtACDate{};
-    RowArray<QLineEdit> txtACTime{};
-    RowArray<QLineEdit> txtACDetails{};
-    RowArray<QLabel> lbl24{};
-    RowArray<QLabel> lblCountDownHours{};
-    RowArray<QLineEdit> txtWAVEFileNamePath{};
-    RowArray<QLineEdit> txtURL{};
-    RowArray<QToolButton> cmdSoundRow{};
-    RowArray<QToolButton> cmdEditURL{};
-    RowArray<QToolButton> cmdOpenURL{};
-    RowArray<QLabel> lblUrlToolTip{};
-    RowArray<QPushButton> cmdSetDateTime{};
-    RowArray<QToolButton> cmdClearRow{};
 
     // Window-wide controls.
     QLabel *txtCurrentDateTime = nullptr;
@@ -155,11 +136,8 @@ private:
     void buildControls();
     void connectHandlers();
     void armClockTimer(const QDateTime &now);
-    void subDerive24Mark(int index);
     // The row's sound file, or the default one when the row names none.
     QString soundPathOf(int index) const;
-    void setDetailsBackColor(int index, qint32 bgr);
-    void emptyRow(int index);
     bool askYesNo(const QString &title, const QString &text);
     int rowOf(QObject *control) const;
 
@@ -168,7 +146,9 @@ private:
     Database &m_db;
     ProgramSettings &m_settings;
     AlarmState &m_state;
-    ShellLink &m_shell;
+    TableHost &m_host;
+    AlarmRows m_rows;
+    RowEntry m_entry;
     bool m_loaded = false;
     // Set while the start-up turns the sound switch on for a user who keeps it off.
     bool m_silentSwitch = false;

@@ -11,10 +11,12 @@
 #include "table/SoundingCycle.h"
 
 #include <QCheckBox>
+#include <QFocusEvent>
 #include <QFrame>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QIcon>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -24,7 +26,23 @@
 
 #include <map>
 
-QString frmAlarmClock::urlMarkerTip() { return QStringLiteral("Reveals the URL description."); }
+namespace {
+
+bool isEnter(int key) { return key == Qt::Key_Return || key == Qt::Key_Enter; }
+
+// Keys that only move the focus on; they are not typing.
+bool isFocusKey(int key) { return key == Qt::Key_Tab || key == Qt::Key_Backtab; }
+
+// Only user-driven focus changes count as leaving a box: a message box or a
+// menu taking the focus away is not the user moving on.
+bool isLeaving(QEvent *event)
+{
+    const auto reason = static_cast<QFocusEvent *>(event)->reason();
+    return reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason && reason != Qt::MenuBarFocusReason;
+}
+
+} // namespace
+
 
 void frmAlarmClock::buildControls()
 {
@@ -189,7 +207,7 @@ void frmAlarmClock::buildControls()
 
         lblUrlToolTip[i] = new QLabel(QStringLiteral("?"), this);
         named(lblUrlToolTip[i], rowName("lblUrlToolTip", i));
-        tip(lblUrlToolTip[i], urlMarkerTip());
+        tip(lblUrlToolTip[i], AlarmRows::urlMarkerTip());
         lblUrlToolTip[i]->setFixedWidth(fits("?", 6));
         lblUrlToolTip[i]->setAlignment(Qt::AlignCenter);
 
@@ -298,7 +316,7 @@ void frmAlarmClock::buildControls()
                                 [this](qint16 row) { subPlayRowSound(row); }, this);
     TickControls tickControls{txtCurrentDateTime, lblCountDownHours, txtACDetails, txtSoundOffTimes, chkShow,
                               [this](int row) { return soundPathOf(row); }};
-    m_tick = std::make_unique<ClockTick>(m_platform, m_state, m_shell, *m_cycle, std::move(tickControls));
+    m_tick = std::make_unique<ClockTick>(m_platform, m_state, m_host, *m_cycle, std::move(tickControls));
     tmrAlarmSound = m_cycle->tmrAlarmSound;
     tmrAlarmSoundFlash = m_cycle->tmrAlarmSoundFlash;
 
@@ -344,3 +362,60 @@ void frmAlarmClock::connectHandlers()
     m_platform.notifier.onStop([this] { cmdSnooze_Click(); });
 }
 
+int frmAlarmClock::rowOf(QObject *control) const { return control->property("row").toInt(); }
+
+bool frmAlarmClock::eventFilter(QObject *watched, QEvent *event)
+{
+    const QEvent::Type type = event->type();
+    const QVariant jump = watched->property("jump");
+    if (jump.isValid()) {
+        const int b = jump.toInt();
+        if (type == QEvent::FocusIn)
+            txtJump_GotFocus(b);
+        else if (type == QEvent::KeyPress && !isFocusKey(static_cast<QKeyEvent *>(event)->key()))
+            txtJump_KeyDown(b);
+        else if (type == QEvent::FocusOut && isLeaving(event))
+            txtJump_LostFocus(b);
+        else if (type == QEvent::MouseButtonDblClick)
+            txtJump_Reset(b);
+        return false;
+    }
+    if (watched == txtSoundOffTimes) {
+        if (type == QEvent::FocusOut && isLeaving(event))
+            txtSoundOffTimes_LostFocus();
+        return false;
+    }
+
+    const int i = rowOf(watched);
+    if (i < 0 || i >= kAlarmRows)
+        return false;
+    if (watched == txtACDate[i]) {
+        if (type == QEvent::FocusOut && isLeaving(event))
+            txtACDate_LostFocus(i);
+        else if (type == QEvent::KeyRelease)
+            txtACDate_KeyUp(i, isEnter(static_cast<QKeyEvent *>(event)->key()) ? 13 : 0);
+        else if (type == QEvent::MouseButtonDblClick)
+            txtACDate_DblClick(i);
+    } else if (watched == txtACTime[i]) {
+        if (type == QEvent::KeyPress || type == QEvent::InputMethod) {
+            return m_entry.filterTyping(i, event);
+        } else if (type == QEvent::FocusOut && isLeaving(event)) {
+            txtACTime_LostFocus(i);
+        } else if (type == QEvent::KeyRelease) {
+            txtACTime_KeyUp(i, isEnter(static_cast<QKeyEvent *>(event)->key()) ? 13 : 0);
+        } else if (type == QEvent::MouseButtonDblClick) {
+            txtACTime_DblClick(i);
+        }
+    } else if (watched == txtACDetails[i]) {
+        if (type == QEvent::FocusOut && isLeaving(event))
+            txtACDetails_LostFocus(i);
+    }
+    return false;
+}
+
+bool frmAlarmClock::event(QEvent *event)
+{
+    if (event->type() == QEvent::WindowActivate)
+        Form_Activate();
+    return QWidget::event(event);
+}

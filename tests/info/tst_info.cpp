@@ -3,6 +3,7 @@
 #include "info/frmTables.h"
 
 #include <QLabel>
+#include <QMdiSubWindow>
 #include <QMouseEvent>
 #include <QTest>
 
@@ -28,6 +29,11 @@ private slots:
             QTest::mouseDClick(w->lblAboutBox[older ? 1 : 4], Qt::LeftButton);
             QVERIFY(w->lblEgg->text() == "2011 pixs other is 1996 me!" && w->lblEgg->isVisible() && w->picOlderPellowick1->isVisible() == older);
         }
+        // Closing it runs the close sequence every secondary window shares.
+        m.w->resize(300, 200);
+        m.w->tableSubWindow()->showNormal();
+        w->close();
+        QVERIFY(m.w->size() == QSize(804, 616) && m.w->tableSubWindow()->isMaximized());
     }
 
     // Red marks exactly the unused columns and the key. The sheet never opens a database.

@@ -12,8 +12,8 @@
 #include "rules/TimeRowArithmetic.h"
 #include "rules/TimeText.h"
 #include "rules/ValueConversions.h"
-#include "shell/TrayTip.h"
-#include "table/TickSchedule.h"
+#include "rules/TrayTip.h"
+#include "rules/TickSchedule.h"
 
 #include <QElapsedTimer>
 #include <QTimeZone>

@@ -3,7 +3,7 @@
 
 #include "fakes/LoadedMainWindow.h"
 #include "shell/CursorBlinkRest.h"
-#include "shell/TrayTip.h"
+#include "rules/TrayTip.h"
 
 #include <QAction>
 #include <QCheckBox>

@@ -72,12 +72,6 @@ std::function<void(FakePlatform &)> withRows(int count)
 void armRow0(LoadedMainWindow &m, const QString &times) { m.t->txtSoundOffTimes->setText(times); m.setRow(0, QString(), QStringLiteral("14:06")); }
 QString copyOfTheAlarm(LoadedMainWindow &m, const QString &name) { return QFile::copy(m.fp.testDir.filePath("alarm.wav"), m.fp.testDir.filePath(name)) ? m.fp.testDir.filePath(name) : QString(); }
 
-// A main window whose secondary windows will not open.
-struct NoWindows : mdiAlarmClock {
-    using mdiAlarmClock::mdiAlarmClock;
-    QWidget *showForm(SecondaryForm) override { return nullptr; }
-};
-
 } // namespace
 
 class TableTest : public QObject {
@@ -237,18 +231,6 @@ private slots:
         m.w->mnuColorMatrix->trigger();
         QCOMPARE(m.t->palette().brush(QPalette::Window).texture().cacheKey(), regular);
         QVERIFY(m.t->txtACDetails[0]->palette().color(QPalette::Base) == QColor(0, 0x40, 0) && m.fp.messages.shown.isEmpty());
-    }
-
-    void theRowEditorsReportAWindowThatWillNotOpen()
-    {
-        FakePlatform fp;
-        NoWindows main(fp.platform());
-        main.MDIForm_Load();
-        main.tableWindow()->cmdEditURL_Click(2);
-        main.tableWindow()->cmdSoundRow_Click(2);
-        QCOMPARE(fp.messages.texts(), QStringList({"cmdEditURL_Click\r\n91\r\nObject variable or With block variable not set",
-                                                   "cmdSoundRow_Click\r\n91\r\nObject variable or With block variable not set"}));
-        QCOMPARE(fp.messages.shown[1].title, "ERROR");
     }
 
     // Quotes, SQL, control characters, right-to-left marks and a long text

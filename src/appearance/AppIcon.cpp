@@ -1,4 +1,4 @@
-#include "shell/AppIcon.h"
+#include "appearance/AppIcon.h"
 
 #include <QColor>
 #include <QPainter>

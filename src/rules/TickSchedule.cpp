@@ -1,4 +1,4 @@
-#include "table/TickSchedule.h"
+#include "rules/TickSchedule.h"
 
 QDateTime nextTickAt(const QDateTime &now, bool wholeMinutes)
 {

@@ -1,4 +1,4 @@
-#include "shell/TrayTip.h"
+#include "rules/TrayTip.h"
 
 namespace {
 constexpr qsizetype kFieldLength = 64;
