@@ -16,6 +16,9 @@ filter=${2:-}
 build=${MUTANTS_BUILD_DIR:-build-mutants}
 jobs=${MUTANTS_JOBS:-2}
 
+source scripts/packages.sh
+scripts/deps.sh "${BUILD_PACKAGES[@]}" "${TEST_PACKAGES[@]}" "${MUTANTS_PACKAGES[@]}"
+
 export CCACHE_BASEDIR=${CCACHE_BASEDIR:-$root} QT_QPA_PLATFORM=offscreen
 launcher=()
 command -v ccache >/dev/null && launcher=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)

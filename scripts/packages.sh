@@ -9,5 +9,9 @@ TEST_PACKAGES=(desktop-file-utils pulseaudio dpkg-dev file lintian appstream)
 # and recorder, accessibility client, keyboard and mouse, screenshots.
 ACCEPTANCE_PACKAGES=(xvfb trayer openbox dbus dbus-x11 at-spi2-core python3 python3-gi python3-pyatspi
                      gir1.2-atspi-2.0 xdotool x11-utils imagemagick pulseaudio pulseaudio-utils)
+# A screenshot of the real program (scripts/screenshot.sh, readme-screenshots.sh).
+SCREENSHOT_PACKAGES=(xvfb trayer imagemagick xdotool python3)
 # Line coverage (scripts/coverage.sh).
 COVERAGE_PACKAGES=(gcovr)
+# The fault runner (scripts/mutants.sh) reads its list with Python.
+MUTANTS_PACKAGES=(python3)

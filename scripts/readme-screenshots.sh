@@ -1,11 +1,17 @@
 #!/usr/bin/env bash
 # Remakes the README's screenshots: the main window in each colour scheme,
-# with a few sample alarms, under a private Xvfb. Needs a build (scripts/test.sh
-# or scripts/run.sh makes one) and the packages xvfb, trayer, xdotool, imagemagick.
+# with a few sample alarms, under a private Xvfb. Installs what is missing and
+# builds BUILD_DIR first when it holds no program.
 #   scripts/readme-screenshots.sh [BUILD_DIR]
 set -euo pipefail
 cd "$(dirname "$0")/.."
 build=${1:-build}
+source scripts/packages.sh
+scripts/deps.sh "${BUILD_PACKAGES[@]}" "${SCREENSHOT_PACKAGES[@]}"
+if [ ! -x "$build/app/alarmclock" ]; then
+    cmake -S . -B "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
+    cmake --build "$build" --target alarmclock stage_app_dir -j"$(nproc)" >/dev/null
+fi
 out=docs/screenshots
 mkdir -p "$out"
 for scheme in 0 1 2; do

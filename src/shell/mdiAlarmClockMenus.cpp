@@ -10,6 +10,7 @@
 
 #include <QAction>
 #include <QCheckBox>
+#include <QMenu>
 
 namespace {
 
@@ -24,6 +25,42 @@ void resumeNext(Step step)
 }
 
 } // namespace
+
+void mdiAlarmClock::connectMenus()
+{
+    using Handler = void (mdiAlarmClock::*)();
+    const std::pair<QAction *, Handler> commands[] = {
+        {mnuAlarmClock, &mdiAlarmClock::mnuAlarmClock_Click},
+        {mnuCancelMenu, &mdiAlarmClock::mnuCancelMenu_Click},
+        {mnuExit, &mdiAlarmClock::mnuExit_Click},
+        {mnuSoundOn, &mdiAlarmClock::mnuSoundOn_Click},
+        {mnuSoundOff, &mdiAlarmClock::mnuSoundOff_Click},
+        {mnuPopupFormOn, &mdiAlarmClock::mnuPopupFormOn_Click},
+        {mnuPopupFormOff, &mdiAlarmClock::mnuPopupFormOff_Click},
+        {mnuActivateTimeRow, &mdiAlarmClock::mnuActivateTimeRow_Click},
+        {mnuDeactivateTimeRow, &mdiAlarmClock::mnuDeactivateTimeRow_Click},
+        {mnuMinimizedToTrayOn, &mdiAlarmClock::mnuMinimizedToTrayOn_Click},
+        {mnuMinimizedToTrayOff, &mdiAlarmClock::mnuMinimizedToTrayOff_Click},
+        {mnuMinimizeToTrayNow, &mdiAlarmClock::mnuMinimizeToTrayNow_Click},
+        {mnuChangeProgramName, &mdiAlarmClock::mnuChangeProgramName_Click},
+        {mnuDonotAskAnyMoreQuestions, &mdiAlarmClock::mnuDonotAskAnyMoreQuestions_Click},
+        {mnuStartAtLogin, &mdiAlarmClock::mnuStartAtLogin_Click},
+        {mnuColorRegular, &mdiAlarmClock::mnuColorRegular_Click},
+        {mnuColorMatrix, &mdiAlarmClock::mnuColorMatrix_Click},
+        {mnuColorCustom, &mdiAlarmClock::mnuColorCustom_Click},
+        {mnuColorCustomModify, &mdiAlarmClock::mnuColorCustomModify_Click},
+        {mnuAbout, &mdiAlarmClock::mnuAbout_Click},
+        {mnuLegend, &mdiAlarmClock::mnuLegend_Click},
+        {mnuTables, &mdiAlarmClock::mnuTables_Click},
+    };
+    for (const auto &[command, handler] : commands)
+        onCommand(command, [this, handler = handler] { (this->*handler)(); });
+
+    mnuStartAtLogin->setChecked(m_platform.autostart.enabled());
+    // The entry may have been removed elsewhere (a desktop's settings) meanwhile.
+    connect(mnuUtilities, &QMenu::aboutToShow, this,
+            [this] { mnuStartAtLogin->setChecked(m_platform.autostart.enabled()); });
+}
 
 void mdiAlarmClock::mnuAlarmClock_Click() { subShowWindows(); }
 
