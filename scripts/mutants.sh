@@ -35,7 +35,7 @@ tests_for() {
         src/info/*) echo "tst_info" ;;
         src/rules/*) echo "tst_rules tst_table" ;;
         src/platform/*) echo "tst_platform" ;;
-        src/table/*) echo "tst_table" ;;
+        src/table/*) echo "tst_table tst_alarm" ;;
         src/links/*) echo "tst_table tst_shell tst_editors tst_appearance" ;;
         *) echo "tst_rules" ;;
     esac

@@ -1,10 +1,11 @@
 # The Debian packages the program builds and runs with. Sourced by the scripts.
 BUILD_PACKAGES=(cmake g++ make pkg-config qt6-base-dev libqt6sql6-sqlite libpulse-dev libsndfile1-dev
                 fonts-liberation)
-# Also needed by the tests.
+# Also needed by the tests (a private sound server with a recorder that keeps
+# its null sink playing in real time, and a private session bus).
 # The Debian package check needs cpack's helpers (dpkg-shlibdeps from dpkg-dev,
 # file) and the two validators.
-TEST_PACKAGES=(desktop-file-utils pulseaudio dpkg-dev file lintian appstream)
+TEST_PACKAGES=(desktop-file-utils pulseaudio pulseaudio-utils dbus dpkg-dev file lintian appstream)
 # The desktop acceptance suite: X server, tray host, session bus, audio server
 # and recorder, accessibility client, keyboard and mouse, screenshots.
 ACCEPTANCE_PACKAGES=(xvfb trayer openbox dbus dbus-x11 at-spi2-core python3 python3-gi python3-pyatspi

@@ -176,6 +176,7 @@ void frmCustomColors::cmdShowLegend_Click()
     // the dialog closes and reloads the stored ones.
     for (int n = 1; n <= 8; ++n)
         m_state.customColours.setSlot(n, colourFromText(txtCustomColours[size_t(n - 1)]->text()));
+    m_previewed = true;
     m_host.showLegend();
 }
 
@@ -184,6 +185,7 @@ void frmCustomColors::cmdApply_Click()
     try {
         for (int n = 1; n <= 8; ++n)
             m_state.customColours.setSlot(n, colourFromText(txtCustomColours[size_t(n - 1)]->text()));
+        m_previewed = true; // until the close reads back what was stored
         {
             Recordset rs = m_db.MyDB().openTable(QStringLiteral("tblprogramsetting"));
             if (!rs.eof()) {
@@ -236,6 +238,8 @@ void frmCustomColors::closeEvent(QCloseEvent *event)
 {
     event->accept();
     // Colours previewed but not applied are thrown away.
-    subGloballyLoadfrmAlarmClockColours(m_db, m_state.customColours);
+    // Only then: closing (which an alarm's pop-up may do) reads nothing else.
+    if (m_previewed)
+        subGloballyLoadfrmAlarmClockColours(m_db, m_state.customColours);
     m_host.closeSequence();
 }

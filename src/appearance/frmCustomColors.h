@@ -53,4 +53,6 @@ private:
     // The picker starts from the colour it last returned, as a colour
     // dialog control keeps its own colour.
     qint32 m_pickerColour = 0;
+    // Colours previewed and not applied: closing puts the stored ones back.
+    bool m_previewed = false;
 };

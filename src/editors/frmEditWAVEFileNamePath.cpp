@@ -5,7 +5,6 @@
 #include "links/RowEdits.h"
 #include "links/SecondaryHost.h"
 #include "platform/AppDirectory.h"
-#include "platform/FileSystem.h"
 #include "platform/MessageBox.h"
 #include "platform/SoundPlayer.h"
 #include "rules/ValueConversions.h"
@@ -16,6 +15,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPointer>
 #include <QPushButton>
 
 frmEditWAVEFileNamePath::frmEditWAVEFileNamePath(const Platform &platform, RowEdits &table,
@@ -104,12 +104,13 @@ void frmEditWAVEFileNamePath::cmdSoundTest_Click()
                                  MsgButtons::OkCancel, MsgIcon::None, QStringLiteral("NO PATH ENTERED"));
         return;
     }
-    if (!m_platform.files.fileExists(path)) {
-        m_platform.messages.show(QStringLiteral("Missing the file:\r\n") + path, MsgButtons::OkCancel, MsgIcon::None,
-                                 QStringLiteral("PATH NOT FOUND"));
-        return;
-    }
-    m_platform.sound.play(path);
+    // The player looks for the file off this thread (a mount that hangs must
+    // not freeze the window) and says so when it is not there.
+    m_platform.sound.play(path, QString(), [editor = QPointer(this), path](bool found) {
+        if (editor && !found)
+            editor->m_platform.messages.show(QStringLiteral("Missing the file:\r\n") + path, MsgButtons::OkCancel,
+                                             MsgIcon::None, QStringLiteral("PATH NOT FOUND"));
+    });
 }
 
 void frmEditWAVEFileNamePath::cmdClearForm_Click() { txtEditWAVEFileNamePath->clear(); }

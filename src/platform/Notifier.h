@@ -4,16 +4,19 @@
 
 #include <functional>
 
-// A desktop notification for a ringing alarm, with a "Stop" action. Where no
-// notification server runs, show() and close() quietly do nothing.
+// The desktop notification of an alarm. At most one is open: a newer alarm
+// replaces the older one's. Where no notification server runs, show() and
+// close() quietly do nothing.
 class Notifier {
 public:
     virtual ~Notifier() = default;
-    // Shows the notification, replacing the one shown before.
-    virtual void show(const QString &summary, const QString &body) = 0;
+    // Shows the notification. While the alarm sounds it is critical, stays
+    // until closed and offers "Stop"; a silent one is of normal urgency and
+    // goes when the server decides.
+    virtual void show(const QString &summary, const QString &body, bool sounding) = 0;
     // Closes the notification shown, if any.
     virtual void close() = 0;
-    // Runs when the user presses the notification's "Stop" action.
+    // Runs when the user presses "Stop" on the notification shown now.
     void onStop(std::function<void()> callback) { m_stop = std::move(callback); }
 
 protected:

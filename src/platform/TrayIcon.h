@@ -11,10 +11,12 @@ public:
     static constexpr int RightButtonDown = 516;
 
     virtual ~TrayIcon() = default;
-    // Whether a tray host runs now; without one an icon is never seen, so a
-    // window must not be hidden behind it.
+    // Whether a tray host shows icons now. It may come and go while the
+    // program runs (a panel that restarts or starts late); without one an
+    // icon is never seen, so a window must not stay hidden behind it.
     virtual bool available() const = 0;
-    // Shows the icon with this tooltip, or changes the tooltip of the icon shown.
+    // Shows the icon with this tooltip, or changes the tooltip of the icon
+    // shown; an icon shown before its host comes appears when it does.
     virtual void add(const QString &tip) = 0;
     virtual void remove() = 0;
     virtual void setMouseHandler(std::function<void(int message)> handler) = 0;

@@ -58,7 +58,12 @@ mdiAlarmClock::mdiAlarmClock(const Platform &platform, QWidget *parent)
     // must not delete it under the main window's feet.
     m_tableSub->setAttribute(Qt::WA_DeleteOnClose, false);
     m_forms = std::make_unique<SecondaryForms>(platform, m_db, m_settings, m_state, *this, *m_table);
-    m_trayPresence = std::make_unique<TrayPresence>(platform.tray, *this, m_state, m_settings, mnuProgram);
+    m_trayPresence = std::make_unique<TrayPresence>(platform.tray, *this, m_state, mnuProgram);
+    // A second start knocks: it finds this window in front, even from the tray.
+    platform.instance.onShowRequested([this] {
+        if (!m_unloaded)
+            m_trayPresence->bringBack();
+    });
     m_tableSub->setObjectName(QStringLiteral("frmAlarmClockWindow"));
     // No title of its own: a maximized child would append it to the main
     // window's caption, which must read exactly the program's name.
@@ -79,6 +84,7 @@ mdiAlarmClock::~mdiAlarmClock()
     // The windows that hold references into this one go first, while
     // everything they may call back into is still whole.
     m_tableSub->disconnect(this);
+    m_platform.instance.onShowRequested({});
     m_trayPresence.reset();
     m_forms.reset();
     delete m_tableSub;
@@ -117,6 +123,7 @@ void mdiAlarmClock::MDIForm_Load()
     { DbHandle probe = m_db.MyDB(); }
 
     if (m_platform.instance.previousInstanceRunning()) {
+        m_platform.instance.askPreviousToShow();
         const QString name = m_settings.subReturnAlarmclockName();
         m_platform.messages.show(QStringLiteral("The application,\r\n") + name
                                      + QStringLiteral(" is already activated and running.\r\nYou may find it on your "
@@ -178,6 +185,7 @@ void mdiAlarmClock::subAlarmclockCaption()
 {
     try {
         const QString name = m_settings.subReturnAlarmclockName();
+        m_trayPresence->setProgramName(name);
         setWindowTitle(name);
         // Shown as typed: an ampersand in a name is not a keyboard accelerator.
         mnuAlarmClock->setText(QString(name).replace(u'&', QStringLiteral("&&")));
@@ -280,6 +288,7 @@ void mdiAlarmClock::MDIForm_Unload()
     m_unloaded = true;
     m_db.MyDBClose();
     subRemoveTrayIcon();
+    m_trayPresence->stopWatching();
     // Every open window of the program, the last opened first, the table
     // window last of all.
     m_forms->closeAll();

@@ -90,6 +90,7 @@ public:
     QWidget *form(SecondaryForm form) const;
 
     frmAlarmClock *tableWindow() const { return m_table; }
+    TrayPresence &trayPresence() const { return *m_trayPresence; }
     QMdiSubWindow *tableSubWindow() const { return m_tableSub; }
     AlarmState &state() { return m_state; }
     Database &database() { return m_db; }
@@ -121,6 +122,4 @@ private:
     std::unique_ptr<SecondaryForms> m_forms;
     std::unique_ptr<TrayPresence> m_trayPresence;
     bool m_unloaded = false;
-    // Counts the menu pairs' choices, to tell a later one made during a play.
-    quint64 m_pairChoices = 0;
 };

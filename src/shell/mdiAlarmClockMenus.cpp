@@ -92,15 +92,10 @@ void mdiAlarmClock::switchPair(MenuPair pair, bool on, const QString &statement,
         else
             step();
     };
-    // Changing the sound switch plays a check sound, and the user may choose
-    // again while it plays: only a choice still standing is stored, so the
-    // database never says other than the window.
-    const quint64 choice = ++m_pairChoices;
     run([&] { setMenuPair(pair, on); });
     // Changing the switch runs its own click handling, as a user's click would.
     run([&] { pairSwitch(pair)->setChecked(on); });
-    if (choice == m_pairChoices && pairSwitch(pair)->isChecked() == on)
-        run([&] { m_settings.execute(statement); });
+    run([&] { m_settings.execute(statement); });
 }
 
 void mdiAlarmClock::mnuSoundOn_Click()

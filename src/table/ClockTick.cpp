@@ -16,19 +16,17 @@
 #include "table/SoundingCycle.h"
 
 #include <QCheckBox>
-#include <QCoreApplication>
 #include <QLabel>
 #include <QLineEdit>
 
 #include <algorithm>
+#include <optional>
 #include <vector>
 
 namespace {
 
 // Seconds missed in a longer gap (a machine that slept overnight) ring nothing.
 constexpr qint64 kLongestCaughtUpGap = 600;
-
-void letPendingEventsRun() { QCoreApplication::processEvents(); }
 
 } // namespace
 
@@ -116,7 +114,7 @@ void ClockTick::tick(const QDateTime &now, qint64 missedAfter)
     // A row due within the minute: let the player get its sound ready, so
     // the alarm is heard the moment it trips.
     if (dueSoon >= 0 && m_state.bSoundOn)
-        m_platform.sound.prepare(m_controls.soundPathOf(dueSoon));
+        m_platform.sound.prepare(m_controls.soundPathOf(dueSoon), m_controls.defaultSoundPath);
     if (trips.empty()) {
         m_state.bEvaluateNow = false;
         return;
@@ -129,6 +127,9 @@ void ClockTick::tick(const QDateTime &now, qint64 missedAfter)
     for (size_t k = 0; k < trips.size(); ++k) {
         if (k + 1 < trips.size() && trips[k + 1].moment == trips[k].moment)
             continue;
+        // Exit chosen meanwhile stopped the clock: nothing more rings.
+        if (!m_platform.wallTimer.isActive())
+            return;
         m_state.intAlarmRow = qint16(trips[k].row);
         try {
             raiseAlarm(trips[k].moment);
@@ -139,20 +140,31 @@ void ClockTick::tick(const QDateTime &now, qint64 missedAfter)
     }
 }
 
+// Nothing here waits: the tray tip's name is in memory, the notification is
+// sent without waiting for the answer, and the play starts on the player's
+// own thread. So no database, box or file stands between the trip and the
+// sound.
 void ClockTick::raiseAlarm(qint64 moment)
 {
     const QString message = QStringLiteral("ALARM @ ") + formatAlarmTipTime(fromWallSecond(moment));
     m_host.subRemoveTrayIcon();
     m_host.subMinimizeToTray(false, message);
     // Says which alarm rings, with a Stop, where no tray or pop-up would.
-    m_platform.notifier.show(message, m_controls.txtACDetails[size_t(m_state.intAlarmRow)]->text());
-    letPendingEventsRun();
+    m_platform.notifier.show(message, m_controls.txtACDetails[size_t(m_state.intAlarmRow)]->text(), m_state.bSoundOn);
     m_state.bEvaluateNow = true;
+    // The sound before the pop-up: bringing the window back may close other
+    // windows, and those may read the database.
+    std::optional<AppError> failed;
+    try {
+        if (m_state.bSoundOn && m_state.lngAlarmPlaysLeft < 1)
+            m_cycle.start(longValue(m_controls.txtSoundOffTimes->text()));
+    } catch (const AppError &e) {
+        failed = e;
+    }
     if (m_controls.chkShow->isChecked()) {
         m_state.intMDIWindowState = 0;
         m_host.restoreMainWindow();
-        letPendingEventsRun();
     }
-    if (m_state.bSoundOn && m_state.lngAlarmPlaysLeft < 1)
-        m_cycle.start(longValue(m_controls.txtSoundOffTimes->text()));
+    if (failed)
+        throw *failed;
 }

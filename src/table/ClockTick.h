@@ -24,6 +24,7 @@ struct TickControls {
     QLineEdit *txtSoundOffTimes = nullptr;
     QCheckBox *chkShow = nullptr;
     std::function<QString(int row)> soundPathOf;
+    QString defaultSoundPath;
 };
 
 // The clock tick: shows the time every second and, at the top of each

@@ -5,7 +5,6 @@
 #include "platform/SoundPlayer.h"
 #include "rules/AppError.h"
 
-#include <QCoreApplication>
 #include <QPushButton>
 #include <QTimer>
 
@@ -17,12 +16,10 @@ constexpr qint32 kSnoozeColour = 0xC0C0FF;
 constexpr qint32 kSnoozeFlashColour = 0x8080FF;
 constexpr int kRepeatMs = 15000;
 
-void letPendingEventsRun() { QCoreApplication::processEvents(); }
-
 } // namespace
 
 SoundingCycle::SoundingCycle(SoundPlayer &sound, Notifier &notifier, AlarmState &state, QPushButton *snooze,
-                             std::function<void(qint16)> playRowSound, QObject *parent)
+                             PlayRowSound playRowSound, QObject *parent)
     : QObject(parent), tmrAlarmSound(new QTimer(this)), tmrAlarmSoundFlash(new QTimer(this)), m_sound(sound),
       m_notifier(notifier), m_state(state), m_snooze(snooze), m_playRowSound(std::move(playRowSound))
 {
@@ -40,59 +37,60 @@ void SoundingCycle::start(qint32 times)
 {
     if (times == std::numeric_limits<qint32>::min())
         throw AppError(6, QStringLiteral("Overflow"));
+    // The last play of an earlier cycle still sounds: the new alarm takes
+    // over, and the notification already shows the new one.
+    if (m_playing)
+        end();
     m_state.lngAlarmPlaysLeft = times - 1;
-    const quint64 stops = m_stops;
-    if (m_state.lngAlarmPlaysLeft > 0) {
+    m_lastPlay = m_state.lngAlarmPlaysLeft < 1;
+    if (!m_lastPlay) {
         tmrAlarmSoundFlash->start();
         m_snooze->setVisible(true);
         tmrAlarmSound->setInterval(kRepeatMs);
         tmrAlarmSound->start();
-        letPendingEventsRun();
-        if (m_stops != stops)
-            return; // stopped before the first play
     }
     playOnce();
-    // A single play is the whole cycle.
-    if (m_state.lngAlarmPlaysLeft < 1 && m_stops == stops)
-        m_notifier.close();
 }
 
 void SoundingCycle::tmrAlarmSound_Timer()
 {
-    if (m_playing) {
+    if (m_playing)
         m_repeatDue = true;
-        return;
-    }
+    else
+        repeat();
+}
+
+void SoundingCycle::repeat()
+{
     m_state.lngAlarmPlaysLeft -= 1;
     m_state.bEvaluateNow = true;
     subShowPlaysLeft();
-    quint64 stops = m_stops;
-    letPendingEventsRun();
-    if (m_stops != stops)
-        return; // the user stopped the alarm meanwhile
-    if (m_state.lngAlarmPlaysLeft < 1)
-        subStopAlarm(); // the count is used up; its last play still sounds
-    stops = m_stops;
-    letPendingEventsRun();
-    if (m_stops == stops)
-        playOnce();
+    if (m_state.lngAlarmPlaysLeft < 1) {
+        // The count is used up: no more repeats, but the button and the
+        // notification stay until this last play has ended.
+        m_lastPlay = true;
+        tmrAlarmSound->setInterval(0);
+        tmrAlarmSound->stop();
+    }
+    playOnce();
 }
 
 void SoundingCycle::playOnce()
 {
     m_sound.beep();
-    m_playing = true;
-    m_playRowSound(m_state.intAlarmRow);
-    m_playing = false;
-    if (!m_repeatDue)
-        return;
-    m_repeatDue = false;
-    // Run from the event loop, not from here: a long sound would otherwise
-    // nest every later play inside this one.
-    QTimer::singleShot(0, this, [this] {
-        if (tmrAlarmSound->isActive())
-            tmrAlarmSound_Timer();
-    });
+    const quint64 play = m_playing = ++m_plays;
+    m_playRowSound(m_state.intAlarmRow, [this, play] { playEnded(play); });
+}
+
+void SoundingCycle::playEnded(quint64 play)
+{
+    if (play != m_playing)
+        return; // cut off by Stop, or by a newer alarm
+    m_playing = 0;
+    if (m_lastPlay)
+        subStopAlarm();
+    else if (std::exchange(m_repeatDue, false))
+        repeat();
 }
 
 void SoundingCycle::tmrAlarmSoundFlash_Timer()
@@ -103,8 +101,15 @@ void SoundingCycle::tmrAlarmSoundFlash_Timer()
 
 void SoundingCycle::subStopAlarm()
 {
-    ++m_stops;
+    end();
+    m_notifier.close();
+}
+
+void SoundingCycle::end()
+{
+    const bool sounding = std::exchange(m_playing, 0) != 0;
     m_repeatDue = false;
+    m_lastPlay = false;
     tmrAlarmSoundFlash->stop();
     m_state.lngAlarmPlaysLeft = 0;
     tmrAlarmSound->setInterval(0);
@@ -114,8 +119,8 @@ void SoundingCycle::subStopAlarm()
     m_snooze->setEnabled(false);
     setBackColour(m_snooze, kSnoozeColour);
     // Silence what sounds now, not only the plays to come.
-    m_sound.stop();
-    m_notifier.close();
+    if (sounding)
+        m_sound.stop();
 }
 
 void SoundingCycle::subShowPlaysLeft()

@@ -6,8 +6,8 @@
 #include "links/TableHost.h"
 #include "platform/AppDirectory.h"
 #include "platform/Clock.h"
-#include "platform/FileSystem.h"
 #include "platform/MessageBox.h"
+#include "platform/Notifier.h"
 #include "platform/SoundPlayer.h"
 #include "platform/UrlOpener.h"
 #include "platform/WallTimer.h"
@@ -21,6 +21,7 @@
 #include <QEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QShowEvent>
 #include <QTimer>
@@ -52,6 +53,7 @@ frmAlarmClock::~frmAlarmClock()
     // The timer belongs to the platform and may outlive this window.
     tmrAlarmClock->stop();
     tmrAlarmClock->onTimeout({});
+    m_platform.notifier.onStop({});
 }
 
 // ---------------------------------------------------------------------------
@@ -66,10 +68,14 @@ void frmAlarmClock::Form_Load()
     m_state.bEvaluateNow = true;
     bDataChanged = false;
     m_state.bSoundOn = true;
-    // The switch starts on; the stored setting is applied after the load.
-    // Its audible check plays only for a user who keeps the sound on.
+    // Checking the switch runs its click even when it is checked already;
+    // its audible check plays only for a user who keeps the sound on. The
+    // stored setting is applied after the load.
     m_silentSwitch = !storedSoundOn();
-    chkSoundOnOff->setChecked(true);
+    if (chkSoundOnOff->isChecked())
+        chkSoundOnOff_Click();
+    else
+        chkSoundOnOff->setChecked(true);
     m_silentSwitch = false;
     basLoadAlarmClocks(false);
     cmdSnooze->setVisible(false);
@@ -142,22 +148,25 @@ QString frmAlarmClock::soundPathOf(int index) const
     QString path;
     if (index > -1 && index < kAlarmRows)
         path = textValue(txtWAVEFileNamePath[index]->text());
-    if (path.isEmpty())
-        path = m_platform.appDir.path() + QStringLiteral("/alarm.wav");
-    return path;
+    return path.isEmpty() ? defaultSoundPath() : path;
 }
 
-void frmAlarmClock::subPlayRowSound(qint16 index)
+QString frmAlarmClock::defaultSoundPath() const { return m_platform.appDir.path() + QStringLiteral("/alarm.wav"); }
+
+void frmAlarmClock::subPlayRowSound(qint16 index, std::function<void()> ended)
 {
+    // The file is checked where it is opened, off this thread: a missing one
+    // leaves the sound on and plays the default one (or a tone) instead.
     const QString path = soundPathOf(index);
-    if (m_platform.files.fileExists(path)) {
-        m_platform.sound.play(path);
-        chkSoundOnOff->setToolTip(QStringLiteral("Played: ") + path);
-    } else {
-        // A missing file turns the sound off until the user turns it on again.
-        chkSoundOnOff->setChecked(false);
-        chkSoundOnOff->setToolTip(QStringLiteral("File Not Found: ") + path);
-    }
+    m_platform.sound.play(path, defaultSoundPath(),
+                          [window = QPointer(this), path, ended = std::move(ended)](bool found) {
+                              if (!window)
+                                  return;
+                              window->chkSoundOnOff->setToolTip(
+                                  (found ? QStringLiteral("Played: ") : QStringLiteral("File Not Found: ")) + path);
+                              if (ended)
+                                  ended();
+                          });
 }
 
 // ---------------------------------------------------------------------------

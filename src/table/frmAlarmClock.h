@@ -47,7 +47,9 @@ public:
     void cmdSnooze_Click();
     void subStopAlarm();
     void subShowPlaysLeft();
-    void subPlayRowSound(qint16 index);
+    // Plays the row's sound (-1: the default one) without waiting, the
+    // default one where the row's cannot be played; `ended` runs after.
+    void subPlayRowSound(qint16 index, std::function<void()> ended = {});
 
     // Switches and the sound-times box.
     void chkSoundOnOff_Click();
@@ -138,6 +140,7 @@ private:
     void armClockTimer(const QDateTime &now);
     // The row's sound file, or the default one when the row names none.
     QString soundPathOf(int index) const;
+    QString defaultSoundPath() const;
     bool askYesNo(const QString &title, const QString &text);
     int rowOf(QObject *control) const;
 

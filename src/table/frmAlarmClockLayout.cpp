@@ -308,14 +308,18 @@ void frmAlarmClock::buildControls()
     cmdSnooze->setFont(snoozeFont);
     bottom->addWidget(cmdSnooze, 0, 3, 2, 1);
     bottom->setColumnStretch(3, 1);
+    // Hidden and greyed, as a stopped alarm leaves it: a screen reader must
+    // not find a button to press before there is an alarm.
     cmdSnooze->setVisible(false);
+    cmdSnooze->setEnabled(false);
     outer->addWidget(panel);
 
     tmrAlarmClock = &m_platform.wallTimer;
     m_cycle = new SoundingCycle(m_platform.sound, m_platform.notifier, m_state, cmdSnooze,
-                                [this](qint16 row) { subPlayRowSound(row); }, this);
+                                [this](qint16 row, std::function<void()> ended) { subPlayRowSound(row, std::move(ended)); },
+                                this);
     TickControls tickControls{txtCurrentDateTime, lblCountDownHours, txtACDetails, txtSoundOffTimes, chkShow,
-                              [this](int row) { return soundPathOf(row); }};
+                              [this](int row) { return soundPathOf(row); }, defaultSoundPath()};
     m_tick = std::make_unique<ClockTick>(m_platform, m_state, m_host, *m_cycle, std::move(tickControls));
     tmrAlarmSound = m_cycle->tmrAlarmSound;
     tmrAlarmSoundFlash = m_cycle->tmrAlarmSoundFlash;

@@ -45,7 +45,7 @@ private slots:
             QCOMPARE(shown.title + "|" + shown.text, path.trimmed().isEmpty() ? empty : QStringLiteral("PATH NOT FOUND|Missing the file:\r\n/no/such.wav"));
             QCOMPARE(shown.buttons, MsgButtons::OkCancel);
         }
-        QCOMPARE(m.fp.sound.played.size(), 1);
+        QCOMPARE(m.fp.sound.played, QStringList({wav, "/no/such.wav"})); // the player, not the window, looks for it
         // A missing file is applied without complaint; closing runs the close sequence.
         e->txtEditWAVEFileNamePath->setText(QStringLiteral("  /no/such/file.wav "));
         m.w->resize(900, 700);

@@ -67,18 +67,30 @@ struct FakeInputBox : InputBox {
     }
 };
 
+// A play ends as soon as it starts, or, while `holding`, when the test ends
+// it (or stop() does). A path counts as found when it is a file.
 struct FakeSoundPlayer : SoundPlayer {
-    QStringList played;
+    QStringList played, fallbacks, prepared;
     int beeps = 0, stops = 0;
-    std::function<void(const QString &)> onPlay; // runs inside play(), as if still sounding
-    void play(const QString &path) override
+    bool holding = false;
+    QList<std::function<void()>> sounding;
+    std::function<void(const QString &)> onPlay; // runs inside play(), as it starts
+    void play(const QString &path, const QString &fallback, Ended ended) override
     {
-        played << path;
+        played << path, fallbacks << fallback;
         if (onPlay)
             onPlay(path);
+        std::function<void()> end = [ended = std::move(ended), found = QFileInfo(path).isFile()] { ended(found); };
+        holding ? sounding.append(std::move(end)) : end();
     }
     void beep() override { ++beeps; }
-    void stop() override { ++stops; }
+    void stop() override { ++stops, endPlays(); }
+    void prepare(const QString &path, const QString &) override { prepared << path; }
+    void endPlays()
+    {
+        for (const std::function<void()> &end : std::exchange(sounding, {}))
+            end();
+    }
 };
 
 // Records "add:<tip>" and "remove" in order; `field` is the tip shown.
@@ -136,7 +148,10 @@ struct FakeAppDirectory : AppDirectory {
 
 struct FakeInstanceGuard : InstanceGuard {
     bool running = false;
+    int asked = 0;
     bool previousInstanceRunning() override { return running; }
+    void askPreviousToShow() override { ++asked; }
+    void knock() const { showRequested(); } // a later copy asks
 };
 
 struct FakeVersionInfo : VersionInfo {
@@ -180,10 +195,16 @@ struct FakeWallTimer : WallTimer {
 };
 
 struct FakeNotifier : Notifier {
-    QStringList shown; // "summary|body"
+    QStringList shown; // "summary|body", with " (silent)" when not sounding
     int closed = 0;
     bool open = false;
-    void show(const QString &summary, const QString &body) override { shown << summary + u'|' + body, open = true; }
+    std::function<void()> onShow;
+    void show(const QString &summary, const QString &body, bool sounding) override
+    {
+        shown << summary + u'|' + body + (sounding ? "" : " (silent)"), open = true;
+        if (onShow)
+            onShow();
+    }
     void close() override { closed += std::exchange(open, false); }
     void pressStop() const { stopPressed(); }
 };

@@ -10,12 +10,13 @@
 
 // The main window after a normal start-up on the fakes, with the table window
 // loaded. `arrange` runs before the window exists, to change the database or
-// the fakes; `services` may swap some fakes for real ones. Boxes and tray
-// calls made during start-up are forgotten.
+// the fakes; `services` may swap some fakes for real ones. Boxes, tray calls
+// and the sound check made during start-up are forgotten.
 struct LoadedMainWindow {
     FakePlatform fp;
     std::unique_ptr<mdiAlarmClock> w;
     frmAlarmClock *t = nullptr;
+    QStringList startUpPlays;
 
     explicit LoadedMainWindow(const std::function<void(FakePlatform &)> &arrange = {},
                               const std::function<Platform(FakePlatform &)> &services = {})
@@ -25,6 +26,9 @@ struct LoadedMainWindow {
         w = std::make_unique<mdiAlarmClock>(services ? services(fp) : fp.platform());
         w->MDIForm_Load();
         t = w->tableWindow();
+        startUpPlays = std::exchange(fp.sound.played, {});
+        fp.sound.fallbacks.clear();
+        fp.sound.beeps = 0;
         fp.messages.shown.clear();
         fp.tray.calls.clear();
     }

@@ -3,6 +3,7 @@
 
 #include "fakes/LoadedMainWindow.h"
 #include "shell/CursorBlinkRest.h"
+#include "shell/TrayPresence.h"
 #include "rules/TrayTip.h"
 
 #include <QAction>
@@ -132,8 +133,8 @@ private slots:
         QTest::newRow("second instance") << QStringList{"CLICK TO END,|The application,\r\nKitchen Timer is already activated and running.\r\n"
                                                         "You may find it on your task bar or to the bottom right within your task tray icons.|0"} << false;
         QTest::newRow("root folder") << QStringList() << true;
-        QTest::newRow("null name") << QStringList(2, err("subReturnAlarmclockName", "94\r\nInvalid use of Null")) << true;
-        QTest::newRow("no settings") << QStringList{err("subSetDonotAskAnyMoreQuestions"), err("subReturnAlarmclockName"), err("subReturnAlarmclockName"),
+        QTest::newRow("null name") << QStringList{err("subReturnAlarmclockName", "94\r\nInvalid use of Null")} << true;
+        QTest::newRow("no settings") << QStringList{err("subSetDonotAskAnyMoreQuestions"), err("subReturnAlarmclockName"),
                                                     err("intReturnColorPicked"), err("subApplyMDIProgramSettings"),
                                                     err("subApplyAlarmClockFormProgramSettings"), err("subApplyMDIProgramSettings")} << true;
         QTest::newRow("picture fails") << QStringList{err("Err_MDIForm_Load", "481\r\nInvalid picture")} << true;
@@ -170,6 +171,7 @@ private slots:
         for (QString &b : boxes)
             b.replace("%DB", fp.appDir.directory + "/alarmclock.mdb").replace("%WAV", fp.testDir.filePath("alarm.wav"));
         QCOMPARE(shown, boxes);
+        QCOMPARE(fp.instance.asked, int(kind == "second instance")); // asked to come forward first
         if (!runs) { // no tray icon, the sound never looked for after a missing database, nothing created or changed
             QFile file(fp.testDir.dbPath());
             QVERIFY(fp.tray.calls.isEmpty() && (!kind.endsWith("bytes") || (file.open(QIODevice::ReadOnly) && file.readAll() == bytes)));
@@ -419,6 +421,16 @@ private slots:
         QTest::mousePress(m.w->findChild<QMdiArea *>()->viewport(), Qt::RightButton, {}, QPoint(3, 3));
         QVERIFY(m.w->mnuProgram->isVisible());
         m.w->mnuProgram->close();
+        // Back by itself when the tray host goes away while it hides there, and at a second start's knock.
+        for (const bool hostGone : {true, false}) {
+            m.fp.tray.hostAvailable = true;
+            m.w->mnuMinimizeToTrayNow->trigger();
+            m.w->trayPresence().checkTrayHost();
+            QVERIFY(!m.w->isVisible());
+            m.fp.tray.hostAvailable = !hostGone;
+            hostGone ? m.w->trayPresence().checkTrayHost() : m.fp.instance.knock();
+            QVERIFY(m.w->isVisible() && !m.w->isMinimized());
+        }
     }
 
     void cursorsRestWhenIdleAndWakeOnInput()

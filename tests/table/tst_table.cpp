@@ -1,6 +1,6 @@
 // The table window: entry through real key, focus and mouse events, the time
-// row and switches, moving the 13 rows to and from the database, the clock
-// tick on a fake clock, and the sounding cycle after a trip.
+// row and switches, moving the 13 rows to and from the database, and the
+// clock tick on a fake clock.
 
 #include "fakes/LoadedMainWindow.h"
 #include "platform/qt/QtPictureLoader.h"
@@ -68,8 +68,7 @@ std::function<void(FakePlatform &)> withRows(int count)
     return withSql(inserts);
 }
 
-// Row 0 trips at 14:06, with the sound-times box as given.
-void armRow0(LoadedMainWindow &m, const QString &times) { m.t->txtSoundOffTimes->setText(times); m.setRow(0, QString(), QStringLiteral("14:06")); }
+
 QString copyOfTheAlarm(LoadedMainWindow &m, const QString &name) { return QFile::copy(m.fp.testDir.filePath("alarm.wav"), m.fp.testDir.filePath(name)) ? m.fp.testDir.filePath(name) : QString(); }
 
 } // namespace
@@ -463,6 +462,7 @@ private slots:
         m.tickAt(at(14, 6));
         QCOMPARE(m.t->txtCurrentDateTime->text() + "|" + m.t->lblCountDownHours[0]->text(), shown + "|0d 0h 1m 0s ");
         // The pop-up brings the window back in its normal state, even from maximized.
+        QCoreApplication::processEvents(); // the window's own news of its state
         QVERIFY(m.fp.sound.played.size() == 1 && m.w->isVisible() && m.state().intMDIWindowState == 0);
         QCOMPARE(m.w->windowState() & (Qt::WindowMinimized | Qt::WindowMaximized), Qt::WindowStates());
         QCOMPARE(m.fp.wallTimer.armedFor, at(14, 6, 1));
@@ -518,67 +518,6 @@ private slots:
             QCOMPARE(second.time(), QTime(3, 0));
     }
 
-    // A single play needs neither the repeat timer nor the button.
-    void playsTheCountFifteenSecondsApart()
-    {
-        const struct { const char *times; int plays; QString secondCaption; } cases[] = {{"1", 1, ""}, {"0", 1, ""}, {"3", 3, "turn off? 1 alarms to play"}};
-        for (const auto &c : cases) {
-            LoadedMainWindow m;
-            armRow0(m, c.times);
-            QStringList captions; // the snooze button's, at each play
-            m.fp.sound.onPlay = [&](const QString &) { captions << m.t->cmdSnooze->text(); };
-            m.tickAt(at(14, 6));
-            QCOMPARE(m.t->cmdSnooze->isVisibleTo(m.t), c.plays > 1);
-            for (int guard = 0; m.t->tmrAlarmSound->isActive() && guard < 10; ++guard) {
-                QCOMPARE(m.t->tmrAlarmSound->interval(), 15000);
-                m.t->tmrAlarmSound_Timer();
-            }
-            QVERIFY(m.fp.sound.played.size() == c.plays && m.fp.sound.beeps == c.plays && captions.value(1) == c.secondCaption);
-            QVERIFY(!m.t->tmrAlarmSoundFlash->isActive() && !m.t->cmdSnooze->isVisibleTo(m.t) && m.t->cmdSnooze->text() == "click me to turn off the alarm");
-        }
-    }
-
-    // The button flashes; it, or the notification's Stop during a play, ends the cycle at once. Then a
-    // first play of 20 s: the repeat due at 15 s waits for its end, the next keeps to the timer again.
-    void stoppingAndALongPlay()
-    {
-        LoadedMainWindow m;
-        armRow0(m, QStringLiteral("5"));
-        m.tickAt(at(14, 6));
-        m.t->tmrAlarmSoundFlash_Timer(); // greyed deeper red, then clickable pale red
-        QVERIFY(!m.t->cmdSnooze->isEnabled() && m.t->cmdSnooze->palette().color(QPalette::Button) == QColor(0xFF, 0x80, 0x80));
-        m.t->tmrAlarmSoundFlash_Timer();
-        QCOMPARE(m.t->cmdSnooze->palette().color(QPalette::Button), QColor(0xFF, 0xC0, 0xC0));
-        QTest::mouseClick(m.t->cmdSnooze, Qt::LeftButton);
-        QVERIFY(!m.t->tmrAlarmSound->isActive() && !m.t->tmrAlarmSoundFlash->isActive() && !m.t->cmdSnooze->isVisibleTo(m.t));
-        QCOMPARE(m.fp.notifier.closed, 1);
-        int stopsDuringPlay = -1;
-        m.fp.sound.onPlay = [&](const QString &) { m.fp.notifier.pressStop(), stopsDuringPlay = m.fp.sound.stops; };
-        m.setRow(1, QString(), QStringLiteral("14:07"));
-        m.tickAt(at(14, 7));
-        QVERIFY(stopsDuringPlay == 2 && m.fp.sound.played.size() == 2 && m.state().lngAlarmPlaysLeft == 0);
-        QVERIFY(!m.t->tmrAlarmSound->isActive() && m.fp.notifier.closed == 2);
-
-        m.t->txtSoundOffTimes->setText(QStringLiteral("3"));
-        m.setRow(2, QString(), QStringLiteral("14:08"));
-        int sounding = 0, most = 0;
-        m.fp.sound.onPlay = [&](const QString &) {
-            most = std::max(most, ++sounding);
-            if (m.fp.sound.played.size() == 3) {
-                m.fp.clock.advanceSeconds(15);
-                m.t->tmrAlarmSound_Timer(); // the repeat timer fires in mid-play
-                m.fp.clock.advanceSeconds(5);
-            }
-            --sounding;
-        };
-        m.tickAt(at(14, 8));
-        for (int guard = 0; guard < 10; ++guard)
-            QCoreApplication::processEvents();
-        QVERIFY(m.fp.sound.played.size() == 4 && m.t->tmrAlarmSound->isActive());
-        m.t->tmrAlarmSound_Timer();
-        QVERIFY(most == 1 && m.fp.sound.played.size() == 5 && !m.t->tmrAlarmSound->isActive() && m.fp.notifier.closed == 3);
-    }
-
     // Closed while a start-up box is open: nothing is left that could ring.
     void closingDuringStartUpEndsTheProgram()
     {
@@ -587,48 +526,6 @@ private slots:
             fp.messages.onShow = [](const ShownMessage &) { QApplication::closeAllWindows(); };
         });
         QVERIFY(m.w->isUnloaded() && !m.fp.wallTimer.active);
-    }
-
-    // A user who chose silence starts in silence. Sound Off chosen while Sound On still plays its
-    // check: the database keeps the last choice, as the window shows it; so when the sound is missing.
-    void aChoiceDuringTheCheckSoundIsTheOneStored()
-    {
-        LoadedMainWindow m(withSql({"UPDATE tblprogramsetting SET booSound = 0"}));
-        QVERIFY(m.fp.sound.played.isEmpty() && m.fp.sound.beeps == 0 && !m.t->chkSoundOnOff->isChecked());
-        m.fp.sound.onPlay = [&](const QString &) {
-            m.fp.sound.onPlay = {};
-            m.w->mnuSoundOff->trigger();
-        };
-        m.w->mnuSoundOn->trigger();
-        QVERIFY(m.fp.sound.played.size() == 1 && !m.t->chkSoundOnOff->isChecked() && m.w->mnuSoundOff->isChecked() && m.setting("booSound") == "0");
-        m.fp.testDir.remove(QStringLiteral("alarm.wav"));
-        m.w->mnuSoundOn->trigger();
-        QCOMPARE(QString::number(m.t->chkSoundOnOff->isChecked()) + m.t->chkSoundOnOff->toolTip() + "|" + m.setting("booSound"), "0File Not Found: " + m.fp.testDir.filePath("alarm.wav") + "|0");
-    }
-
-    // A row's own sound plays, trimmed, while the clock ticks on; a missing
-    // one turns the sound off, with no beep either, until it is turned on again.
-    void aRowsOwnSoundPlaysOrTurnsTheSoundOff()
-    {
-        LoadedMainWindow m;
-        const QString own = copyOfTheAlarm(m, QStringLiteral("own.wav")), missing = m.fp.testDir.filePath(QStringLiteral("gone.wav"));
-        m.t->txtWAVEFileNamePath[0]->setText("  " + own + " ");
-        armRow0(m, QStringLiteral("1"));
-        m.fp.sound.onPlay = [&](const QString &) { m.tickAt(at(14, 6, 1)); }; // a tick during a play is like any other
-        m.tickAt(at(14, 6));
-        QCOMPARE(m.t->txtCurrentDateTime->text() + "|" + m.t->chkSoundOnOff->toolTip(), "Sep 30, 2031 14:06:01|Played: " + own);
-        m.fp.sound.onPlay = {};
-        m.t->txtWAVEFileNamePath[1]->setText(missing);
-        m.setRow(1, QString(), QStringLiteral("14:07"));
-        m.tickAt(at(14, 7));
-        QVERIFY(m.w->mnuSoundOff->isChecked() && !m.w->mnuSoundOn->isChecked());
-        QCOMPARE(m.t->chkSoundOnOff->toolTip(), "File Not Found: " + missing);
-        m.setRow(2, QString(), QStringLiteral("14:08"));
-        QTimer::singleShot(0, [&] { m.tickAt(at(14, 8, 1)); }); // a tick while the trip is handled: the next one evaluates all the same
-        m.tickAt(at(14, 8));
-        QVERIFY(m.fp.sound.beeps == 2 && m.state().bEvaluateNow);
-        m.t->chkSoundOnOff->setChecked(true); // plays the default sound as a check
-        QCOMPARE(m.fp.sound.played, QStringList({own, m.fp.testDir.filePath(QStringLiteral("alarm.wav"))}));
     }
 };
 

@@ -33,49 +33,61 @@ DBusNotifier::DBusNotifier()
                 SLOT(notificationClosed(uint, uint)));
 }
 
-void DBusNotifier::show(const QString &summary, const QString &body)
+void DBusNotifier::show(const QString &summary, const QString &body, bool sounding)
+{
+    m_closeNext = false;
+    if (m_pending)
+        m_next = Request{summary, body, sounding};
+    else
+        send(Request{summary, body, sounding});
+}
+
+void DBusNotifier::send(const Request &request)
 {
     QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.isConnected())
         return;
     QDBusMessage message = call(QStringLiteral("Notify"));
+    // Critical while it sounds: it stays until the alarm ends. A silent one
+    // is of normal urgency and expires as the server decides.
     const QVariantMap hints{
-        {QStringLiteral("urgency"), QVariant::fromValue(uchar(2))}, // critical: it stays until the alarm ends
+        {QStringLiteral("urgency"), QVariant::fromValue(uchar(request.sounding ? 2 : 1))},
         {QStringLiteral("desktop-entry"), QStringLiteral("quorvel-alarmclock")},
     };
-    message << QStringLiteral("Quorvel Alarm Clock") << m_id << QStringLiteral("quorvel-alarmclock") << summary
-            << body << QStringList{kStopKey, QStringLiteral("Stop")} << hints << qint32(0);
-    ++m_pending;
-    m_closeWhenShown = false;
+    const QStringList actions = request.sounding ? QStringList{kStopKey, QStringLiteral("Stop")} : QStringList{};
+    message << QStringLiteral("Quorvel Alarm Clock") << m_id << QStringLiteral("quorvel-alarmclock")
+            << request.summary << request.body << actions << hints << qint32(request.sounding ? 0 : -1);
+    m_pending = true;
     auto *watcher = new QDBusPendingCallWatcher(bus.asyncCall(message, kTimeoutMs), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this](QDBusPendingCallWatcher *w) {
         w->deleteLater();
-        --m_pending;
         const QDBusPendingReply<uint> reply = *w;
-        if (reply.isError())
-            return;
-        m_id = reply.value();
-        if (m_closeWhenShown && m_pending == 0) {
-            m_closeWhenShown = false;
-            close();
-        }
+        replied(reply.isError() ? 0 : reply.value(), !reply.isError());
     });
+}
+
+void DBusNotifier::replied(uint id, bool ok)
+{
+    m_pending = false;
+    if (ok)
+        m_id = id;
+    if (m_next)
+        send(*std::exchange(m_next, std::nullopt));
+    else if (std::exchange(m_closeNext, false))
+        close();
 }
 
 void DBusNotifier::close()
 {
-    if (m_pending > 0)
-        m_closeWhenShown = true;
+    m_next.reset();
+    if (m_pending) {
+        m_closeNext = true;
+        return;
+    }
     if (m_id == 0)
         return;
-    closeId(m_id);
-    m_id = 0;
-}
-
-void DBusNotifier::closeId(uint id)
-{
     QDBusMessage message = call(QStringLiteral("CloseNotification"));
-    message << id;
+    message << std::exchange(m_id, 0);
     // Nothing to learn from the answer; the call must not wait for it.
     QDBusConnection::sessionBus().asyncCall(message, kTimeoutMs);
 }

@@ -3,16 +3,20 @@
 #include "platform/Notifier.h"
 
 #include <QObject>
+#include <optional>
 
 // Alarm notifications through the desktop's notification server
 // (org.freedesktop.Notifications on the session bus). Every call is
-// asynchronous: a missing or hung server never holds up the window.
+// asynchronous: a missing or hung server never holds up the window. A
+// notification asked for while the server has not yet told the id of the
+// one before waits for that id, so it replaces that one rather than
+// opening beside it.
 class DBusNotifier : public QObject, public Notifier {
     Q_OBJECT
 public:
     DBusNotifier();
 
-    void show(const QString &summary, const QString &body) override;
+    void show(const QString &summary, const QString &body, bool sounding) override;
     void close() override;
 
 private slots:
@@ -20,12 +24,18 @@ private slots:
     void notificationClosed(uint id, uint reason);
 
 private:
-    void closeId(uint id);
+    struct Request {
+        QString summary, body;
+        bool sounding;
+    };
+    void send(const Request &request);
+    void replied(uint id, bool ok);
 
     // The server's id of the notification shown, 0 for none.
     uint m_id = 0;
-    // Notify calls still waiting for their id.
-    int m_pending = 0;
-    // close() came while a Notify was pending: close what it shows.
-    bool m_closeWhenShown = false;
+    // A Notify call is waiting for its id.
+    bool m_pending = false;
+    // What to do once it has it: show this one next, or close.
+    std::optional<Request> m_next;
+    bool m_closeNext = false;
 };

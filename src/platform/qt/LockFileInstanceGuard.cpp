@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QCryptographicHash>
 #include <QDir>
+#include <QLocalSocket>
 #include <QStandardPaths>
 
 #include <unistd.h>
@@ -32,9 +33,31 @@ LockFileInstanceGuard::LockFileInstanceGuard(const QString &lockPath) : m_path(l
 
 bool LockFileInstanceGuard::previousInstanceRunning()
 {
-    if (m_lock.isLocked() || m_lock.tryLock(0))
+    if (m_lock.isLocked())
         return false;
+    if (m_lock.tryLock(0)) {
+        // A knock is the whole message. The socket of a copy that died is
+        // this lock's to clear.
+        QObject::connect(&m_server, &QLocalServer::newConnection, &m_server, [this] {
+            while (QLocalSocket *knock = m_server.nextPendingConnection())
+                knock->deleteLater();
+            showRequested();
+        });
+        QLocalServer::removeServer(socketPath());
+        m_server.setSocketOptions(QLocalServer::UserAccessOption);
+        m_server.listen(socketPath());
+        return false;
+    }
     // Only a lock held by someone else counts; an unwritable folder must not
     // keep the program from starting.
     return m_lock.error() == QLockFile::LockFailedError;
+}
+
+void LockFileInstanceGuard::askPreviousToShow()
+{
+    QLocalSocket knock;
+    knock.connectToServer(socketPath());
+    // A copy that ends at once may wait this long for one that hangs.
+    if (knock.waitForConnected(1000))
+        knock.disconnectFromServer();
 }

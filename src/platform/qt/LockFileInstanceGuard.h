@@ -2,18 +2,22 @@
 
 #include "platform/InstanceGuard.h"
 
+#include <QLocalServer>
 #include <QLockFile>
 #include <QString>
 
-// One running copy per executable file and user, through a lock file in the user's
-// runtime folder. A lock whose owner died is taken over; a live owner's lock
-// never goes stale, however long it has been held.
+// One running copy per executable file and user, through a lock file in the
+// user's runtime folder. A lock whose owner died is taken over; a live
+// owner's lock never goes stale, however long it has been held. The owner
+// listens on a local socket beside the lock, where a later copy knocks to
+// have the window brought forward.
 class LockFileInstanceGuard : public InstanceGuard {
 public:
     LockFileInstanceGuard();
     explicit LockFileInstanceGuard(const QString &lockPath);
 
     bool previousInstanceRunning() override;
+    void askPreviousToShow() override;
 
     QString lockPath() const { return m_path; }
 
@@ -23,6 +27,9 @@ public:
     static QString defaultLockPath();
 
 private:
+    QString socketPath() const { return m_path + QStringLiteral(".socket"); }
+
     QString m_path;
     QLockFile m_lock;
+    QLocalServer m_server;
 };

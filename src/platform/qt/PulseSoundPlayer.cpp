@@ -1,7 +1,6 @@
 #include "platform/qt/PulseSoundPlayer.h"
 
 #include <QApplication>
-#include <QEventLoop>
 #include <QFile>
 
 #include <pulse/context.h>
@@ -17,7 +16,10 @@
 #include <atomic>
 #include <chrono>
 #include <climits>
+#include <cmath>
+#include <condition_variable>
 #include <mutex>
+#include <numbers>
 #include <thread>
 #include <vector>
 
@@ -33,8 +35,11 @@ constexpr size_t FramesPerWrite = 1024;
 // How long a prepared stream waits for its play before giving up.
 constexpr std::chrono::seconds PreparedLifetime{90};
 // An audio server that takes longer than this to connect, or to take more
-// samples, counts as no server: the play returns and the alarm goes on.
+// samples, counts as no server: the play ends and the alarm goes on.
 constexpr std::chrono::seconds ServerDeadline{2};
+// How long the player's end waits for its workers; one blocked in the file
+// system (a mount that hangs) is left behind rather than waited for.
+constexpr std::chrono::milliseconds EndDeadline{1500};
 
 // The file as libsndfile reads it. Only a regular file is opened: a FIFO or
 // a device could block the reader for ever, so those count as missing.
@@ -73,22 +78,78 @@ struct SoundFile {
     }
 };
 
+// What a play sends: a sound file, or, where no file can be played, three
+// short pips the player makes itself.
+class Source {
+public:
+    bool open(const QByteArray &path)
+    {
+        m_file = std::make_unique<SoundFile>();
+        if (m_file->open(path) && m_file->playable())
+            return true;
+        m_file.reset();
+        return false;
+    }
+
+    void makeTone()
+    {
+        constexpr int rate = 44100, pipMs = 150, gapMs = 100, fadeMs = 5;
+        for (int pip = 0; pip < 3; ++pip) {
+            if (pip > 0)
+                m_tone.insert(m_tone.end(), size_t(rate * gapMs / 1000), short(0));
+            const int frames = rate * pipMs / 1000, fade = rate * fadeMs / 1000;
+            for (int i = 0; i < frames; ++i) {
+                const double edge = std::min({1.0, double(i) / fade, double(frames - i) / fade});
+                m_tone.push_back(short(16000 * edge * std::sin(2 * std::numbers::pi * 880 * i / rate)));
+            }
+        }
+    }
+
+    bool ready() const { return m_file || !m_tone.empty(); }
+
+    pa_sample_spec spec() const
+    {
+        return m_file ? m_file->spec() : pa_sample_spec{PA_SAMPLE_S16NE, 44100, 1};
+    }
+
+    // Up to `frames` frames into `samples`; 0 at the end.
+    sf_count_t read(short *samples, sf_count_t frames)
+    {
+        if (m_file)
+            return sf_readf_short(m_file->file, samples, frames);
+        const sf_count_t count = std::min<sf_count_t>(frames, sf_count_t(m_tone.size() - m_played));
+        std::copy_n(m_tone.begin() + ptrdiff_t(m_played), count, samples);
+        m_played += size_t(count);
+        return count;
+    }
+
+private:
+    std::unique_ptr<SoundFile> m_file;
+    std::vector<short> m_tone;
+    size_t m_played = 0;
+};
+
 } // namespace
 
-struct PulseSoundPlayer::Playback {
-    QString path;
+struct PulseSoundPlayer::Playback : std::enable_shared_from_this<Playback> {
     QByteArray encodedPath;
+    QByteArray encodedFallback;
+    QString path;
+    QString fallback;
     QByteArray streamName;
     std::thread worker;
     std::atomic<bool> cancel{false};
+    // Window thread only: what to tell when the play has ended.
+    Ended report;
 
-    // Guards `done`, `go`, `loop` and `mainloop`: the worker may only poke the
-    // waiting loop while play() is still waiting in it, and others may only
-    // wake the audio loop while it exists.
+    // Guards what follows: the worker reports to the player only while it is
+    // still there, and others wake the audio loop only while it exists.
     std::mutex mutex;
+    std::condition_variable ended;
+    PulseSoundPlayer *owner = nullptr;
     bool done = false;
+    bool found = true;
     bool go = false;
-    QEventLoop *loop = nullptr;
     pa_mainloop *mainloop = nullptr;
 
     // Worker-only audio objects.
@@ -104,12 +165,11 @@ struct PulseSoundPlayer::Playback {
     }
 
     // Hands a prepared play to play(): false when it has already ended.
-    bool claim(QEventLoop *waiting)
+    bool claim()
     {
         std::lock_guard lock(mutex);
         if (done)
             return false;
-        loop = waiting;
         go = true;
         if (mainloop)
             pa_mainloop_wakeup(mainloop);
@@ -118,8 +178,13 @@ struct PulseSoundPlayer::Playback {
 
     void run(bool prepared)
     {
-        SoundFile sound;
-        if (sound.open(encodedPath) && sound.playable()) {
+        bool playable = false;
+        Source sound = open(playable);
+        {
+            std::lock_guard lock(mutex);
+            found = playable;
+        }
+        if (sound.ready() && !cancel.load()) {
             pa_mainloop *created = pa_mainloop_new();
             {
                 std::lock_guard lock(mutex);
@@ -129,10 +194,7 @@ struct PulseSoundPlayer::Playback {
                 writeAll(sound);
             closeConnection();
         }
-        std::lock_guard lock(mutex);
-        done = true;
-        if (loop)
-            QMetaObject::invokeMethod(loop, &QEventLoop::quit, Qt::QueuedConnection);
+        finish();
     }
 
 private:
@@ -197,6 +259,29 @@ private:
         });
     }
 
+    // The file asked for, else the fallback, else the pips; nothing at all
+    // when there is no fallback.
+    Source open(bool &found)
+    {
+        Source source;
+        found = source.open(encodedPath);
+        if (!found && !encodedFallback.isEmpty() && (encodedFallback == encodedPath || !source.open(encodedFallback)))
+            source.makeTone();
+        return source;
+    }
+
+    // Done: the player hears of it through its event loop, if it is still there.
+    void finish()
+    {
+        std::lock_guard lock(mutex);
+        done = true;
+        ended.notify_all();
+        if (owner)
+            QMetaObject::invokeMethod(
+                &owner->m_receiver, [owner = owner, self = shared_from_this()] { owner->finished(self); },
+                Qt::QueuedConnection);
+    }
+
     // How long the server may rightly take to want more: its buffer's length
     // on top of the deadline for a server that does not answer.
     SteadyClock::duration stallLimit(const pa_sample_spec &spec) const
@@ -206,7 +291,7 @@ private:
         return ServerDeadline + std::chrono::microseconds(buffered);
     }
 
-    void writeAll(SoundFile &sound)
+    void writeAll(Source &sound)
     {
         const pa_sample_spec spec = sound.spec();
         const size_t frameBytes = size_t(spec.channels) * sizeof(short);
@@ -220,7 +305,7 @@ private:
             if (!waitUntil(SteadyClock::now() + limit, roomForAFrame))
                 return;
             const size_t frames = std::min(pa_stream_writable_size(stream) / frameBytes, FramesPerWrite);
-            const sf_count_t read = sf_readf_short(sound.file, samples.data(), sf_count_t(frames));
+            const sf_count_t read = sound.read(samples.data(), sf_count_t(frames));
             if (read <= 0)
                 break;
             if (pa_stream_write(stream, samples.data(), size_t(read) * frameBytes, nullptr, 0, PA_SEEK_RELATIVE) < 0)
@@ -265,89 +350,84 @@ PulseSoundPlayer::PulseSoundPlayer() = default;
 
 PulseSoundPlayer::~PulseSoundPlayer()
 {
-    // Every worker answers a stop within one turn of its loop, whatever the
-    // audio server does, so these joins are short.
-    for (const auto &playback : m_playbacks)
-        playback->stop();
-    for (const auto &playback : m_playbacks)
-        if (playback->worker.joinable())
-            playback->worker.join();
-}
-
-void PulseSoundPlayer::reapFinished()
-{
-    for (auto it = m_playbacks.begin(); it != m_playbacks.end();) {
-        bool done = false;
+    for (const auto &playback : m_playbacks) {
         {
-            std::lock_guard lock((*it)->mutex);
-            done = (*it)->done && !(*it)->loop;
+            std::lock_guard lock(playback->mutex);
+            playback->owner = nullptr;
         }
-        if (done) {
-            (*it)->worker.join();
-            it = m_playbacks.erase(it);
-        } else {
-            ++it;
-        }
+        playback->stop();
+    }
+    // Every worker answers a stop within one turn of its loop, whatever the
+    // audio server does; only one stuck in the file system may not.
+    const auto deadline = SteadyClock::now() + EndDeadline;
+    for (const auto &playback : m_playbacks) {
+        std::unique_lock lock(playback->mutex);
+        const bool done = playback->ended.wait_until(lock, deadline, [&] { return playback->done; });
+        lock.unlock();
+        if (done)
+            playback->worker.join();
+        else
+            playback->worker.detach(); // it holds its own share of the state
     }
 }
 
-std::shared_ptr<PulseSoundPlayer::Playback> PulseSoundPlayer::start(const QString &path, bool prepared, QEventLoop *waiting)
+std::shared_ptr<PulseSoundPlayer::Playback> PulseSoundPlayer::start(const QString &path, const QString &fallback,
+                                                                    bool prepared)
 {
     auto playback = std::make_shared<Playback>();
     playback->path = path;
+    playback->fallback = fallback;
     playback->encodedPath = QFile::encodeName(path);
+    playback->encodedFallback = QFile::encodeName(fallback);
     playback->streamName = path.section(QLatin1Char('/'), -1).toUtf8();
-    playback->loop = waiting;
-    // m_playbacks keeps the state alive until the worker has been joined.
+    playback->owner = this;
+    // m_playbacks keeps the state until the worker has been joined.
     m_playbacks.push_back(playback);
-    playback->worker = std::thread([raw = playback.get(), prepared] { raw->run(prepared); });
+    playback->worker = std::thread([playback, prepared] { playback->run(prepared); });
     return playback;
 }
 
-void PulseSoundPlayer::prepare(const QString &path)
+void PulseSoundPlayer::finished(const std::shared_ptr<Playback> &playback)
 {
-    reapFinished();
-    if (m_prepared) {
+    playback->worker.join(); // it has reported: only its return is left
+    m_playbacks.remove(playback);
+    if (m_prepared == playback)
+        m_prepared.reset();
+    bool found = true;
+    {
+        std::lock_guard lock(playback->mutex);
+        found = playback->found;
+    }
+    // Told last: the report may well start the next play.
+    if (const Ended report = std::exchange(playback->report, {}))
+        report(found);
+}
+
+void PulseSoundPlayer::prepare(const QString &path, const QString &fallback)
+{
+    if (m_prepared && m_prepared->path == path && m_prepared->fallback == fallback) {
         std::lock_guard lock(m_prepared->mutex);
-        if (m_prepared->path == path && !m_prepared->done)
+        if (!m_prepared->done)
             return; // already waiting for this file
     }
     if (m_prepared)
         m_prepared->stop();
-    m_prepared = start(path, true);
+    m_prepared = start(path, fallback, true);
 }
 
-void PulseSoundPlayer::play(const QString &path)
+void PulseSoundPlayer::play(const QString &path, const QString &fallback, Ended ended)
 {
-    reapFinished();
-
-    QEventLoop loop;
     std::shared_ptr<Playback> playback;
-    if (m_prepared && m_prepared->path == path) {
+    if (m_prepared && m_prepared->path == path && m_prepared->fallback == fallback) {
         // A prepared play that ended on its own (its server went away) is
         // replaced by a fresh one.
-        if (m_prepared->claim(&loop))
+        if (m_prepared->claim())
             playback = m_prepared;
         m_prepared.reset();
     }
     if (!playback)
-        playback = start(path, false, &loop);
-    loop.exec();
-
-    bool done = false;
-    {
-        std::lock_guard lock(playback->mutex);
-        playback->loop = nullptr;
-        done = playback->done;
-    }
-    if (!done) {
-        // The application is quitting: stop the sound. The worker is joined
-        // later (next play or the destructor).
-        playback->stop();
-        return;
-    }
-    playback->worker.join();
-    m_playbacks.remove(playback);
+        playback = start(path, fallback, false);
+    playback->report = std::move(ended);
 }
 
 void PulseSoundPlayer::stop()

@@ -38,7 +38,23 @@ QString XdgAutostart::entryPath() const
 
 bool XdgAutostart::enabled() const
 {
-    return QFileInfo(entryPath()).isFile();
+    QFile entry(entryPath());
+    if (!QFileInfo(entry).isFile() || !entry.open(QIODevice::ReadOnly | QIODevice::Text))
+        return false;
+    // The desktops' own autostart settings switch an entry off in place.
+    bool inEntry = false;
+    while (!entry.atEnd()) {
+        const QByteArray line = entry.readLine().trimmed();
+        const qsizetype equals = line.indexOf('=');
+        if (line.startsWith('[')) {
+            inEntry = line == "[Desktop Entry]";
+        } else if (inEntry && equals > 0) {
+            const QByteArray key = line.left(equals).trimmed(), value = line.mid(equals + 1).trimmed();
+            if ((key == "Hidden" && value == "true") || (key == "X-GNOME-Autostart-enabled" && value == "false"))
+                return false;
+        }
+    }
+    return true;
 }
 
 QByteArray XdgAutostart::entryText(const QString &program)
