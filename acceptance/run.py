@@ -75,9 +75,10 @@ def main():
             return finish(results, keep)
         # The accessibility client binds to the private session bus on import.
         from scenarios import SCENARIOS, Context
+        from ringing import SCENARIOS as RINGING
         ctx = Context(desktop, staged, os.path.join(desktop.root, 'apps'))
         try:
-            for label, scenario, limit in SCENARIOS:
+            for label, scenario, limit in SCENARIOS + RINGING:
                 if not args.only or label in args.only:
                     results.append((label, None))
                     results[-1] = (label, run_one(ctx, label, scenario, limit, keep))

@@ -12,7 +12,7 @@ import time
 from desktop import wait_for
 from desktops import SCENARIOS as OTHER_DESKTOPS
 from ui import (MAIN_TITLE, App, Failure, check, click, enabled, extents, fresh_copy, name, pixels,
-                read_rows, read_setting, role, showing, text_of, type_into, x_title)
+                read_rows, read_setting, role, showing, text_of, type_into, x_title, main_shown)
 
 SNOOZE_CAPTION = 'click me to turn off the alarm'
 REPEAT_SECONDS = 15
@@ -314,9 +314,13 @@ def program_name(ctx):
 
 
 def single_instance(ctx):
+    """A second start says so and ends, and finds the first one in front,
+    even from the tray."""
     folder = ctx.folder('single')
     first = ctx.launch(folder, 'single-first')
     first.main()
+    first.menu('Utilities', 'Minimize To Tray', 'Minimize To Tray Now')
+    check(wait_for(lambda: not main_shown(first.pid), 5), 'the first program did not go to the tray')
     second = ctx.launch(folder, 'single-second')
     notice = box(second, 'CLICK TO END,')
     expected = (f'The application,\n{MAIN_TITLE} is already activated and running.\n'
@@ -326,7 +330,7 @@ def single_instance(ctx):
     second.answer(notice)
     expect_clean_end(second, 'the answer to "CLICK TO END,"')
     check(first.running(), 'the first program ended')
-    check(first.window(MAIN_TITLE, roles=('frame',)) is not None, 'the first program lost its main window')
+    check(wait_for(lambda: main_shown(first.pid), 3), 'the second start did not bring the first window forward')
 
 
 def missing_files(ctx):

@@ -281,6 +281,20 @@ def pixels(shot, x, y, w, h):
     return [tuple(raw[i:i + 3]) for i in range(0, len(raw) - 2, 3)]
 
 
+def main_shown(pid):
+    """Whether the process shows a window larger than a tray icon (which an
+    XEmbed tray maps under the program's name)."""
+    ids = subprocess.run(['xdotool', 'search', '--onlyvisible', '--pid', str(pid)],
+                         capture_output=True, text=True).stdout.split()
+    for wid in ids:
+        geometry = subprocess.run(['xdotool', 'getwindowgeometry', '--shell', wid],
+                                  capture_output=True, text=True).stdout
+        values = dict(line.split('=', 1) for line in geometry.splitlines() if '=' in line)
+        if int(values.get('WIDTH', 0)) > 100 and int(values.get('HEIGHT', 0)) > 100:
+            return True
+    return False
+
+
 def x_title(pid):
     """The title the X server holds for the process' largest visible window
     (what a window manager would show in the title bar)."""
