@@ -22,7 +22,7 @@ echo "== $kills kills during saves"
 ALARMCLOCK_KILLS=$kills "$build/tests/tst_faults" killedWhileSavingLeavesOneWholeSet
 
 echo "== broken sound files, decoded and streamed on a private sound server"
-"$build/tests/tst_platform" brokenSoundsEndAndReport whatCannotPlayFallsBack
+"$build/tests/tst_platform" soundsEndReportAndFallBack
 
 echo "== a day of ticks, sanitizers and leak detection on"
 cmake -S . -B "$sanitize" -DCMAKE_BUILD_TYPE=Debug -DALARMCLOCK_SANITIZE=ON >/dev/null

@@ -70,7 +70,7 @@ struct FakeInputBox : InputBox {
 // A play ends as soon as it starts, or, while `holding`, when the test ends
 // it (or stop() does). A path counts as found when it is a file.
 struct FakeSoundPlayer : SoundPlayer {
-    QStringList played, fallbacks, prepared;
+    QStringList played, fallbacks;
     int beeps = 0, stops = 0;
     bool holding = false;
     QList<std::function<void()>> sounding;
@@ -85,12 +85,8 @@ struct FakeSoundPlayer : SoundPlayer {
     }
     void beep() override { ++beeps; }
     void stop() override { ++stops, endPlays(); }
-    void prepare(const QString &path, const QString &) override { prepared << path; }
-    void endPlays()
-    {
-        for (const std::function<void()> &end : std::exchange(sounding, {}))
-            end();
-    }
+    void prepare(const QString &, const QString &) override {}
+    void endPlays() { for (const std::function<void()> &end : std::exchange(sounding, {})) end(); }
 };
 
 // Records "add:<tip>" and "remove" in order; `field` is the tip shown.
