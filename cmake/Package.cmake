@@ -41,8 +41,9 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 # Loaded as a plugin at run time, so dpkg-shlibdeps cannot see it: the SQLite
 # driver of Qt Sql (the X11 window system plugin comes with libqt6gui6).
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "libqt6sql6-sqlite")
-# Arial's metric-compatible stand-in.
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "fonts-liberation")
+# Arial's metric-compatible stand-in, and Qt's Wayland plugin, without which
+# the program runs through XWayland in a Wayland session.
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "fonts-liberation, qt6-wayland")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_STRIP_FILES ON)
 include(CPack)

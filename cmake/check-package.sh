@@ -38,6 +38,8 @@ done
     fail "/usr/bin/quorvel-alarmclock does not lead to the program"
 grep -qx 'Exec=/usr/lib/quorvel-alarmclock/alarmclock' "$root/usr/share/applications/quorvel-alarmclock.desktop" ||
     fail "the desktop entry does not start /usr/lib/quorvel-alarmclock/alarmclock"
+grep -qx 'StartupWMClass=quorvel-alarmclock' "$root/usr/share/applications/quorvel-alarmclock.desktop" ||
+    fail "the desktop entry names no window class for docks to match"
 desktop-file-validate "$root/usr/share/applications/quorvel-alarmclock.desktop" || fail "desktop-file-validate"
 appstreamcli validate --no-net "$root/usr/share/metainfo/quorvel-alarmclock.metainfo.xml" ||
     fail "appstreamcli validate"

@@ -22,9 +22,36 @@
 #include <QApplication>
 #include <QPixmapCache>
 
+#include <algorithm>
+#include <string>
+#include <vector>
+
+namespace {
+
+// The desktop entry's name, by which docks, panels and notification servers
+// know the program (the Wayland app id, the X11 hints and StartupWMClass).
+constexpr char kDesktopId[] = "quorvel-alarmclock";
+
+} // namespace
+
 int main(int argc, char *argv[])
 {
-    QApplication app(argc, argv);
+    // The program takes no part in the session manager's save and restore:
+    // Start at Login is the one way it starts with the session, so a restored
+    // session never starts it twice. Qt registers while the application is
+    // made; the manager's address is hidden from it then and given back for
+    // the programs the user opens from here (a browser).
+    const QByteArray sessionManager = qgetenv("SESSION_MANAGER");
+    qunsetenv("SESSION_MANAGER");
+    // On X11 the window's class instance is the desktop entry's name.
+    std::vector<char *> arguments(argv, argv + argc);
+    std::string nameOption = "-name", instanceName = kDesktopId;
+    arguments.insert(arguments.begin() + std::min(argc, 1), {nameOption.data(), instanceName.data()});
+    int count = int(arguments.size());
+    QApplication app(count, arguments.data());
+    if (!sessionManager.isEmpty())
+        qputenv("SESSION_MANAGER", sessionManager);
+    app.setDesktopFileName(QLatin1String(kDesktopId));
     // The name boxes without a title of their own show. Not set as the display
     // name: Qt would append that to every window's title.
     app.setApplicationName(QStringLiteral("Quorvel Alarm Clock"));
