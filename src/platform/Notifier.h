@@ -16,6 +16,8 @@ public:
     virtual void show(const QString &summary, const QString &body, bool sounding) = 0;
     // Closes the notification shown, if any.
     virtual void close() = 0;
+    // Whether a notification server is there to show them, as last heard.
+    virtual bool available() const = 0;
     // Runs when the user presses "Stop" on the notification shown now.
     void onStop(std::function<void()> callback) { m_stop = std::move(callback); }
 

@@ -3,6 +3,8 @@
 #include <QString>
 #include <functional>
 
+class QMenu;
+
 // The notification-area icon. Mouse events arrive as the two classic message
 // numbers, whatever kind of tray host shows the icon.
 class TrayIcon {
@@ -20,4 +22,8 @@ public:
     virtual void add(const QString &tip) = 0;
     virtual void remove() = 0;
     virtual void setMouseHandler(std::function<void(int message)> handler) = 0;
+    // The icon's own menu. Hosts that show it themselves (every
+    // StatusNotifierItem host asks for it over D-Bus, and Qt pops it up on an
+    // XEmbed tray) send no right-button message.
+    virtual void setMenu(QMenu *menu) = 0;
 };

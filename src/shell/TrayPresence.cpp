@@ -3,6 +3,7 @@
 #include "links/AlarmState.h"
 #include "platform/TrayIcon.h"
 #include "rules/TrayTip.h"
+#include "shell/FrontWindow.h"
 
 #include <QCursor>
 #include <QMenu>
@@ -20,11 +21,16 @@ TrayPresence::TrayPresence(TrayIcon &tray, QWidget &window, AlarmState &state, Q
     : m_tray(tray), m_window(window), m_state(state), m_programMenu(programMenu)
 {
     m_tray.setMouseHandler([this](int message) { mouseMessage(message); });
+    m_tray.setMenu(programMenu);
     m_hostCheck.setInterval(kHostCheckMs);
     m_hostCheck.callOnTimeout([this] { checkTrayHost(); });
 }
 
-TrayPresence::~TrayPresence() { m_tray.setMouseHandler({}); }
+TrayPresence::~TrayPresence()
+{
+    m_tray.setMouseHandler({});
+    m_tray.setMenu(nullptr);
+}
 
 void TrayPresence::subMinimizeToTray(bool bHideForm, const QString &zMessage)
 {
@@ -57,10 +63,7 @@ void TrayPresence::bringBack()
     m_hostCheck.stop();
     m_state.bEvaluateNow = true;
     m_state.intMDIWindowState = 0;
-    m_window.setWindowState(m_window.windowState() & ~(Qt::WindowMinimized | Qt::WindowMaximized));
-    m_window.show();
-    m_window.raise();
-    m_window.activateWindow();
+    bringToFront(m_window);
 }
 
 void TrayPresence::checkTrayHost()

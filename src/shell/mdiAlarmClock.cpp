@@ -13,6 +13,7 @@
 #include "platform/WallTimer.h"
 #include "rules/AppError.h"
 #include "rules/ValueConversions.h"
+#include "shell/FrontWindow.h"
 #include "shell/TrayPresence.h"
 #include "table/frmAlarmClock.h"
 
@@ -24,6 +25,7 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMouseEvent>
+#include <QWindow>
 
 namespace {
 
@@ -77,6 +79,10 @@ mdiAlarmClock::mdiAlarmClock(const Platform &platform, QWidget *parent)
                     return;
                 m_table->Form_Resize(windowStateCode(now));
             });
+    // The native window made now, so that its own state news is heard.
+    create();
+    connect(windowHandle(), &QWindow::windowStateChanged, this,
+            [this](Qt::WindowState state) { windowStatesChanged(state); });
 }
 
 mdiAlarmClock::~mdiAlarmClock()
@@ -143,8 +149,8 @@ void mdiAlarmClock::MDIForm_Load()
         showErrorBox(m_platform.messages, QStringLiteral("Err_MDIForm_Load"), e);
         return;
     }
-    // Closed during the start-up sound: the table window's load went on and
-    // armed the clock again.
+    // Closed while a start-up box was open: the table window's load went on
+    // and armed the clock again.
     if (m_unloaded)
         m_table->tmrAlarmClock->stop();
     m_state.bEvaluateNow = true;
@@ -343,14 +349,7 @@ void mdiAlarmClock::maximizeTableWindow() { m_tableSub->showMaximized(); }
 
 QWidget *mdiAlarmClock::mainPictureTarget() { return m_mdiArea; }
 
-void mdiAlarmClock::restoreMainWindow()
-{
-    // Normal size even from maximized: the pop-up shows the window as laid out.
-    setWindowState((windowState() & ~(Qt::WindowMinimized | Qt::WindowMaximized)) | Qt::WindowActive);
-    show();
-    raise();
-    activateWindow();
-}
+void mdiAlarmClock::restoreMainWindow() { bringToFront(*this); }
 
 void mdiAlarmClock::setMenuPair(MenuPair pair, bool on)
 {
@@ -395,18 +394,29 @@ void mdiAlarmClock::trayMouseMessage(int message) { m_trayPresence->mouseMessage
 void mdiAlarmClock::changeEvent(QEvent *event)
 {
     QMainWindow::changeEvent(event);
-    if (event->type() != QEvent::WindowStateChange || m_unloaded)
+    if (event->type() == QEvent::WindowStateChange)
+        windowStatesChanged(windowState());
+}
+
+// Told by the widget's state change and by its native window's, which on
+// Wayland is the only one to hear of a minimize from Qt's own title bar.
+void mdiAlarmClock::windowStatesChanged(Qt::WindowStates states)
+{
+    if (m_unloaded)
         return;
-    const int state = windowStateCode(windowState());
+    const int state = windowStateCode(states);
     m_state.intMDIWindowState = state;
     if (state != 1) {
+        m_goingToTray = false;
         m_state.bEvaluateNow = true;
         m_table->subWakeClock();
-    } else if (m_table->chkMinimizeToTray->isChecked() && m_platform.tray.available()) {
+    } else if (!m_goingToTray && m_table->chkMinimizeToTray->isChecked() && m_platform.tray.available()) {
+        m_goingToTray = true;
         // Hidden once the minimize has finished, not in the middle of it.
         QMetaObject::invokeMethod(
             this,
             [this] {
+                m_goingToTray = false;
                 // Restored (or closed) before the minimize settled: nothing to hide.
                 if (m_unloaded || !(windowState() & Qt::WindowMinimized))
                     return;

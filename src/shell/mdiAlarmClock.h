@@ -103,6 +103,7 @@ protected:
 
 private:
     void connectMenus();
+    void windowStatesChanged(Qt::WindowStates states);
     void checkColourCommand(int scheme);
     QCheckBox *pairSwitch(MenuPair pair) const;
     enum class OnError { GoOn, Stop };
@@ -122,4 +123,6 @@ private:
     std::unique_ptr<SecondaryForms> m_forms;
     std::unique_ptr<TrayPresence> m_trayPresence;
     bool m_unloaded = false;
+    // A minimize is on its way to the tray.
+    bool m_goingToTray = false;
 };

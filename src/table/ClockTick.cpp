@@ -5,6 +5,7 @@
 #include "platform/Clock.h"
 #include "platform/Notifier.h"
 #include "platform/SoundPlayer.h"
+#include "platform/TrayIcon.h"
 #include "platform/WallTimer.h"
 #include "rules/AlarmMoment.h"
 #include "rules/AppError.h"
@@ -161,7 +162,9 @@ void ClockTick::raiseAlarm(qint64 moment)
     } catch (const AppError &e) {
         failed = e;
     }
-    if (m_controls.chkShow->isChecked()) {
+    // With neither a tray nor a notification server to say so (a bare
+    // Wayland compositor), only the window itself can show the alarm.
+    if (m_controls.chkShow->isChecked() || !(m_platform.tray.available() || m_platform.notifier.available())) {
         m_state.intMDIWindowState = 0;
         m_host.restoreMainWindow();
     }

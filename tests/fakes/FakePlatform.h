@@ -94,11 +94,13 @@ struct FakeTrayIcon : TrayIcon {
     QStringList calls;
     QString field;
     bool hostAvailable = true;
+    QMenu *menu = nullptr;
     std::function<void(int)> handler;
     bool available() const override { return hostAvailable; }
     void add(const QString &tip) override { calls << "add:" + tip, field = tip; }
     void remove() override { calls << QStringLiteral("remove"); }
     void setMouseHandler(std::function<void(int)> h) override { handler = std::move(h); }
+    void setMenu(QMenu *m) override { menu = m; }
     void sendMouse(int message) { handler(message); } // LeftDoubleClick, RightButtonDown...
 };
 
@@ -193,7 +195,7 @@ struct FakeWallTimer : WallTimer {
 struct FakeNotifier : Notifier {
     QStringList shown; // "summary|body", with " (silent)" when not sounding
     int closed = 0;
-    bool open = false;
+    bool open = false, server = true;
     std::function<void()> onShow;
     void show(const QString &summary, const QString &body, bool sounding) override
     {
@@ -202,6 +204,7 @@ struct FakeNotifier : Notifier {
             onShow();
     }
     void close() override { closed += std::exchange(open, false); }
+    bool available() const override { return server; }
     void pressStop() const { stopPressed(); }
 };
 

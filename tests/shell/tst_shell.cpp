@@ -416,7 +416,7 @@ private slots:
         m.fp.tray.sendMouse(512);
         QVERIFY(!m.w->mnuProgram->isVisible());
         m.fp.tray.sendMouse(TrayIcon::RightButtonDown);
-        QVERIFY(m.w->mnuProgram->isVisible());
+        QVERIFY(m.w->mnuProgram->isVisible() && m.fp.tray.menu == m.w->mnuProgram); // and the icon's own menu
         m.w->mnuProgram->close();
         QTest::mousePress(m.w->findChild<QMdiArea *>()->viewport(), Qt::RightButton, {}, QPoint(3, 3));
         QVERIFY(m.w->mnuProgram->isVisible());

@@ -163,6 +163,19 @@ private slots:
         }
     }
 
+    // With neither a tray nor a notification server to show it, an alarm brings the window forward.
+    void aBareDesktopShowsTheWindow()
+    {
+        for (const bool bare : {true, false}) {
+            LoadedMainWindow m;
+            armRows(m, QStringLiteral("1"));
+            m.fp.tray.hostAvailable = m.fp.notifier.server = !bare;
+            m.w->setWindowState(Qt::WindowMinimized);
+            m.tickAt(at(14, 6));
+            QCOMPARE(m.w->isMinimized(), !bare);
+        }
+    }
+
     // Missed moments caught up after a gap ring in turn, but none after Exit.
     void exitStopsACatchUp()
     {

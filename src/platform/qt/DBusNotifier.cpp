@@ -4,6 +4,7 @@
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QDBusServiceWatcher>
 #include <QVariantMap>
 
 namespace {
@@ -31,6 +32,33 @@ DBusNotifier::DBusNotifier()
                 SLOT(actionInvoked(uint, QString)));
     bus.connect(kService, kPath, kService, QStringLiteral("NotificationClosed"), this,
                 SLOT(notificationClosed(uint, uint)));
+    auto *watcher = new QDBusServiceWatcher(kService, bus, QDBusServiceWatcher::WatchForOwnerChange, this);
+    connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, this, &DBusNotifier::askForServer);
+    askForServer();
+}
+
+void DBusNotifier::askForServer()
+{
+    // A server that runs, or else one the bus starts for the first call.
+    const auto ask = [this](const QString &method, const QVariantList &arguments, auto answered) {
+        QDBusMessage call = QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.DBus"),
+                                                           QStringLiteral("/org/freedesktop/DBus"),
+                                                           QStringLiteral("org.freedesktop.DBus"), method);
+        call.setArguments(arguments);
+        auto *watcher = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(call, kTimeoutMs), this);
+        connect(watcher, &QDBusPendingCallWatcher::finished, this, [answered](QDBusPendingCallWatcher *w) {
+            w->deleteLater();
+            answered(QDBusMessage(w->reply()).arguments().value(0));
+        });
+    };
+    ask(QStringLiteral("NameHasOwner"), {kService}, [this, ask](const QVariant &owned) {
+        if (owned.toBool())
+            m_available = true;
+        else
+            ask(QStringLiteral("ListActivatableNames"), {}, [this](const QVariant &names) {
+                m_available = names.toStringList().contains(kService);
+            });
+    });
 }
 
 void DBusNotifier::show(const QString &summary, const QString &body, bool sounding)
@@ -69,6 +97,7 @@ void DBusNotifier::send(const Request &request)
 void DBusNotifier::replied(uint id, bool ok)
 {
     m_pending = false;
+    m_available = ok;
     if (ok)
         m_id = id;
     if (m_next)

@@ -18,6 +18,7 @@ public:
 
     void show(const QString &summary, const QString &body, bool sounding) override;
     void close() override;
+    bool available() const override { return m_available; }
 
 private slots:
     void actionInvoked(uint id, const QString &key);
@@ -30,6 +31,8 @@ private:
     };
     void send(const Request &request);
     void replied(uint id, bool ok);
+    // Asks the bus whether a server runs or would be started for a call.
+    void askForServer();
 
     // The server's id of the notification shown, 0 for none.
     uint m_id = 0;
@@ -38,4 +41,5 @@ private:
     // What to do once it has it: show this one next, or close.
     std::optional<Request> m_next;
     bool m_closeNext = false;
+    bool m_available = false;
 };
