@@ -9,6 +9,8 @@ Each appends what the program asks of it to LOG as JSON lines, and takes
 commands as lines on its standard input:
 
     activate SERVICE       (watcher) clicks the icon the program registered
+    menu SERVICE           (watcher) records the icon's menu, as a panel reads it
+    click SERVICE PATH ID  (watcher) chooses the entry ID of the menu at PATH
     invoke ID KEY          (notifications) presses a notification's button
 """
 
@@ -55,6 +57,10 @@ def main():
     def record(**entry):
         log.write(json.dumps(entry) + '\n')
 
+    def call(service, path, iface, method, args):
+        return bus.call_sync(service, path, iface, method, args, None, Gio.DBusCallFlags.NONE, 5000,
+                             None).unpack()
+
     def watcher_call(conn, sender, path, iface, method, params, invocation):
         if method == 'RegisterStatusNotifierItem':
             service = params.unpack()[0]
@@ -95,6 +101,17 @@ def main():
         if words[:1] == ['activate']:
             bus.call(words[1], '/StatusNotifierItem', 'org.kde.StatusNotifierItem', 'Activate',
                      GLib.Variant('(ii)', (10, 10)), None, Gio.DBusCallFlags.NONE, 5000, None, None)
+        elif words[:1] == ['menu']:
+            path = call(words[1], '/StatusNotifierItem', 'org.freedesktop.DBus.Properties', 'Get',
+                        GLib.Variant('(ss)', ('org.kde.StatusNotifierItem', 'Menu')))[0]
+            call(words[1], path, 'com.canonical.dbusmenu', 'AboutToShow', GLib.Variant('(i)', (0,)))
+            _, (_, _, children) = call(words[1], path, 'com.canonical.dbusmenu', 'GetLayout',
+                                       GLib.Variant('(iias)', (0, -1, [])))
+            record(call='menu', path=path, entries=[[c[0], c[1].get('label', '')] for c in children
+                                                    if c[1].get('visible', True)])
+        elif words[:1] == ['click']:
+            call(words[1], words[2], 'com.canonical.dbusmenu', 'Event',
+                 GLib.Variant('(isvu)', (int(words[3]), 'clicked', GLib.Variant('i', 0), 0)))
         elif words[:1] == ['invoke']:
             bus.emit_signal(None, '/org/freedesktop/Notifications', 'org.freedesktop.Notifications',
                             'ActionInvoked', GLib.Variant('(us)', (int(words[1]), words[2])))

@@ -206,6 +206,14 @@ class Desktop:
                                         capture_output=True, text=True).stdout.count('window id') > 0, 10)
         return proc
 
+    def start_weston(self):
+        """A Wayland compositor with no screen, input, tray or notification
+        server; its socket is WAYLAND_DISPLAY=wl-test. Stop it with stop_part()."""
+        proc = self._spawn('weston', ['weston', '--backend=headless-backend.so', '--socket=wl-test', '--idle-time=0'])
+        if not wait_for(lambda: os.path.exists(os.path.join(self.runtime, 'wl-test')), 10):
+            raise RuntimeError('weston did not open its socket')
+        return proc
+
     def stop_part(self, proc):
         self.procs = [(n, p) for n, p in self.procs if p is not proc]
         stop_pids([proc.pid])

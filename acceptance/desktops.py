@@ -81,16 +81,36 @@ def no_tray_host(ctx):
 
 
 def status_notifier_host(ctx):
+    """A panel of the StatusNotifierItem kind: the icon, its click, its menu
+    (read over D-Bus, as such panels do); the panel's shell restarting while
+    the window hides in the tray brings the window back, and the icon goes
+    to the panel that comes back, whose Exit ends the program."""
     with BusService(ctx, 'watcher') as panel:
         app = ctx.launch(ctx.folder('sni'))
         app.main()
         check(wait_for(lambda: panel.records('register'), 10), 'the program registered no tray icon with the panel')
         service = panel.records('register')[-1]['service']
+        panel.send(f'menu {service}')
+        menu = wait_for(lambda: panel.records('menu'), 5)
+        labels = [label for _, label in menu[-1]['entries']] if menu else None
+        check(labels == [MAIN_TITLE, 'Cancel Menu Selection', 'Exit'], f'the tray icon\'s menu reads {labels}')
         app.menu('Utilities', 'Minimize To Tray', 'Minimize To Tray Now')
         check(wait_for(lambda: x_title(app.pid) is None, 5), 'the window did not go to the tray')
         panel.send(f'activate {service}')
         check(wait_for(lambda: x_title(app.pid) == MAIN_TITLE, 5),
               'activating the tray icon did not bring the window back')
+        app.menu('Utilities', 'Minimize To Tray', 'Minimize To Tray Now')
+        check(wait_for(lambda: x_title(app.pid) is None, 5), 'the window did not go to the tray again')
+    check(wait_for(lambda: x_title(app.pid) == MAIN_TITLE, 5), 'the window stayed hidden after the panel went away')
+    with BusService(ctx, 'watcher') as panel:
+        check(wait_for(lambda: panel.records('register'), 10), 'the panel that came back got no tray icon')
+        service = panel.records('register')[-1]['service']
+        panel.send(f'menu {service}')
+        menu = wait_for(lambda: panel.records('menu'), 5)
+        exit_id = next((i for i, label in menu[-1]['entries'] if label == 'Exit'), None) if menu else None
+        check(exit_id is not None, 'the tray icon\'s menu has no Exit')
+        panel.send(f'click {service} {menu[-1]["path"]} {exit_id}')
+        check(app.wait_exit(10) == 0, 'Exit from the tray icon\'s menu did not end the program')
 
 
 def alarm_notification(ctx):

@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 """Runs the desktop acceptance scenarios against a staged application folder.
 
-    /usr/bin/python3 acceptance/run.py --app BUILD/app [--keep DIR] [--only NAME ...]
+    /usr/bin/python3 acceptance/run.py --app BUILD/app [--deb FILE.deb] [--keep DIR] [--only NAME ...]
 
 Prints PASS or FAIL per scenario and a closing "N passed, M failed" line;
 exits 1 when anything failed. A failed scenario leaves a screenshot, the
@@ -53,6 +53,7 @@ def keep_evidence(ctx, label, started, dest):
 def main():
     parser = argparse.ArgumentParser()
     parser.add_argument('--app', required=True, help='the staged application folder')
+    parser.add_argument('--deb', help='the Debian package, for the scenario that installs it')
     parser.add_argument('--keep', help='folder for the evidence of failed scenarios')
     parser.add_argument('--only', nargs='*', help='run only these scenarios')
     args = parser.parse_args()
@@ -76,9 +77,13 @@ def main():
         # The accessibility client binds to the private session bus on import.
         from scenarios import SCENARIOS, Context
         from ringing import SCENARIOS as RINGING
+        from identity import SCENARIOS as IDENTITY
+        from wayland import SCENARIOS as WAYLAND
+        from installed import SCENARIOS as INSTALLED
         ctx = Context(desktop, staged, os.path.join(desktop.root, 'apps'))
+        ctx.deb = os.path.abspath(args.deb) if args.deb else None
         try:
-            for label, scenario, limit in SCENARIOS + RINGING:
+            for label, scenario, limit in SCENARIOS + RINGING + IDENTITY + WAYLAND + INSTALLED:
                 if not args.only or label in args.only:
                     results.append((label, None))
                     results[-1] = (label, run_one(ctx, label, scenario, limit, keep))

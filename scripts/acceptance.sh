@@ -14,7 +14,7 @@ build=${1:-build}
 if [ ! -f "$build/CMakeCache.txt" ]; then
     cmake -S . -B "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
 fi
-cmake --build "$build" --target alarmclock stage_app_dir -j"$(nproc)" >/dev/null
+cmake --build "$build" --target alarmclock stage_app_dir app_icons packaging_files -j"$(nproc)" >/dev/null
 
 # The staged folder may hold a database someone has used; every run starts
 # from files exactly as a build makes them.
@@ -23,6 +23,10 @@ trap 'rm -rf "$stage"' EXIT
 cp "$build/app/alarmclock" "$stage/"
 "$build/tools/stage_assets" "$stage" assets/schema.sql >/dev/null
 
+# The package, for the scenario that installs it as users do.
+(cd "$build" && cpack -G DEB -B "$stage/deb" >/dev/null)
+deb=$(ls "$stage"/deb/*.deb)
+
 status=0
-timeout --kill-after=30 840 /usr/bin/python3 acceptance/run.py --app "$stage" || status=$?
+timeout --kill-after=30 1500 /usr/bin/python3 acceptance/run.py --app "$stage" --deb "$deb" || status=$?
 exit "$status"

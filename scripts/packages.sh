@@ -7,9 +7,11 @@ BUILD_PACKAGES=(cmake g++ make pkg-config qt6-base-dev libqt6sql6-sqlite libpuls
 # file) and the two validators.
 TEST_PACKAGES=(desktop-file-utils pulseaudio pulseaudio-utils dbus dpkg-dev file lintian appstream)
 # The desktop acceptance suite: X server, tray host, session bus, audio server
-# and recorder, accessibility client, keyboard and mouse, screenshots.
+# and recorder, accessibility client, keyboard and mouse, screenshots, and a
+# Wayland compositor with Qt's Wayland plugin.
 ACCEPTANCE_PACKAGES=(xvfb trayer openbox dbus dbus-x11 at-spi2-core python3 python3-gi python3-pyatspi
-                     gir1.2-atspi-2.0 xdotool x11-utils imagemagick pulseaudio pulseaudio-utils)
+                     gir1.2-atspi-2.0 xdotool x11-utils imagemagick pulseaudio pulseaudio-utils
+                     weston qt6-wayland dpkg-dev file)
 # A screenshot of the real program (scripts/screenshot.sh, readme-screenshots.sh).
 SCREENSHOT_PACKAGES=(xvfb trayer imagemagick xdotool python3)
 # Line coverage (scripts/coverage.sh).
