@@ -52,31 +52,32 @@ def read_rows(folder):
                          'FROM tblalarmclock ORDER BY lngalarmclockid')
 
 
+# A window being torn down hands out None for children it no longer has.
 def role(node):
     try:
         return node.getRoleName()
-    except GLib.Error:
+    except (GLib.Error, AttributeError):
         return None
 
 
 def name(node):
     try:
         return node.name
-    except GLib.Error:
+    except (GLib.Error, AttributeError):
         return None
 
 
 def showing(node):
     try:
         return node.getState().contains(pyatspi.STATE_SHOWING)
-    except GLib.Error:
+    except (GLib.Error, AttributeError):
         return False
 
 
 def enabled(node):
     try:
         return node.getState().contains(pyatspi.STATE_ENABLED)
-    except GLib.Error:
+    except (GLib.Error, AttributeError):
         return False
 
 
@@ -239,7 +240,10 @@ class App:
         press(target)
 
     def box_text(self, box):
-        return '\n'.join(name(n) for n in box if role(n) == 'label' and name(n))
+        try:
+            return '\n'.join(name(n) for n in box if role(n) == 'label' and name(n))
+        except GLib.Error:      # the box closed while being read
+            return ''
 
     def dump_tree(self, path):
         """Writes the program's accessibility tree, for a failed scenario's report."""
