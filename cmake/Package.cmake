@@ -40,7 +40,9 @@ set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 # Loaded as a plugin at run time, so dpkg-shlibdeps cannot see it: the SQLite
 # driver of Qt Sql (the X11 window system plugin comes with libqt6gui6).
-set(CPACK_DEBIAN_PACKAGE_DEPENDS "libqt6sql6-sqlite")
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "libqt6sql6-sqlite, libcap2-bin")
+# The postinst gives the wake-up helper cap_wake_alarm (setcap, from libcap2-bin).
+set(CPACK_DEBIAN_PACKAGE_CONTROL_EXTRA ${CMAKE_SOURCE_DIR}/packaging/postinst)
 # Arial's metric-compatible stand-in, and Qt's Wayland plugin, without which
 # the program runs through XWayland in a Wayland session.
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "fonts-liberation, qt6-wayland")

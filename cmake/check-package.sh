@@ -16,7 +16,7 @@ echo "built $(basename "$deb")"
 lintian --fail-on error --info "$deb" 2>/dev/null || fail "lintian reports errors"
 
 depends=$(dpkg-deb -f "$deb" Depends)
-for needed in libqt6sql6-sqlite libqt6widgets6 libqt6dbus6 libpulse0 libsndfile1; do
+for needed in libqt6sql6-sqlite libqt6widgets6 libqt6dbus6 libpulse0 libsndfile1 libcap2-bin; do
     [[ "$depends" == *"$needed"* ]] || fail "Depends lacks $needed: $depends"
 done
 
@@ -24,7 +24,7 @@ root="$out/root"
 dpkg -x "$deb" "$root"
 app="$root/usr/lib/quorvel-alarmclock"
 for f in "$app/alarmclock" "$app/alarmclock.mdb" "$app/alarm.wav" "$app/backgroundregular.bmp" \
-         "$app/backgroundmatrix.bmp" "$app/backgroundcustom.bmp" \
+         "$app/backgroundmatrix.bmp" "$app/backgroundcustom.bmp" "$app/quorvel-alarmclock-wake" \
          "$root/usr/share/applications/quorvel-alarmclock.desktop" \
          "$root/usr/share/metainfo/quorvel-alarmclock.metainfo.xml" \
          "$root/usr/share/icons/hicolor/48x48/apps/quorvel-alarmclock.png" \
@@ -43,4 +43,11 @@ grep -qx 'StartupWMClass=quorvel-alarmclock' "$root/usr/share/applications/quorv
 desktop-file-validate "$root/usr/share/applications/quorvel-alarmclock.desktop" || fail "desktop-file-validate"
 appstreamcli validate --no-net "$root/usr/share/metainfo/quorvel-alarmclock.metainfo.xml" ||
     fail "appstreamcli validate"
+# Installed (root only, as CI runs): the postinst gives the helper its capability.
+if [ "$(id -u)" -eq 0 ] && ! dpkg -s quorvel-alarmclock >/dev/null 2>&1; then
+    dpkg -i "$deb" >"$out/dpkg.log" 2>&1 || { cat "$out/dpkg.log"; fail "dpkg -i"; }
+    caps=$(getcap /usr/lib/quorvel-alarmclock/quorvel-alarmclock-wake)
+    dpkg -r quorvel-alarmclock >/dev/null 2>&1
+    [[ "$caps" == *cap_wake_alarm* ]] || fail "the installed helper lacks cap_wake_alarm: '$caps'"
+fi
 echo "package layout, dependencies and metadata are fine"

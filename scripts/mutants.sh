@@ -37,6 +37,7 @@ tests_for() {
         src/platform/*) echo "tst_platform" ;;
         src/table/*) echo "tst_table tst_alarm" ;;
         src/links/*) echo "tst_table tst_shell tst_editors tst_appearance" ;;
+        helper/*) echo "tst_wake" ;;
         *) echo "tst_rules" ;;
     esac
 }

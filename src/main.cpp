@@ -5,8 +5,11 @@
 #include "platform/qt/DesktopUrlOpener.h"
 #include "platform/qt/ExecutableDirectory.h"
 #include "platform/qt/ExitProgramEnd.h"
+#include "platform/qt/HelperWakeAlarm.h"
+#include "platform/qt/IniPreferences.h"
 #include "platform/qt/LinuxWallTimer.h"
 #include "platform/qt/LockFileInstanceGuard.h"
+#include "platform/qt/LogindSleepMonitor.h"
 #include "platform/qt/PulseSoundPlayer.h"
 #include "platform/qt/QtColourPicker.h"
 #include "platform/qt/QtFileSystem.h"
@@ -83,9 +86,12 @@ int main(int argc, char *argv[])
     LinuxWallTimer wallTimer;
     DBusNotifier notifier;
     XdgAutostart autostart(QCoreApplication::applicationFilePath());
-    const Platform platform{messages, input,   sound, tray,     browser, colours,  clock,
-                            files,    appDir,  instance, version, end,   pictures, wallTimer, notifier,
-                            autostart};
+    LogindSleepMonitor sleep;
+    HelperWakeAlarm wake(appDir.path() + QStringLiteral("/quorvel-alarmclock-wake"), HelperWakeAlarm::clockCanWake());
+    IniPreferences preferences;
+    const Platform platform{messages, input,    sound,   tray, browser,  colours,   clock,    files,
+                            appDir,   instance, version, end,  pictures, wallTimer, notifier, autostart,
+                            sleep,    wake,     preferences};
 
     mdiAlarmClock window(platform);
     window.MDIForm_Load();

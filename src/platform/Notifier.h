@@ -16,6 +16,10 @@ public:
     virtual void show(const QString &summary, const QString &body, bool sounding) = 0;
     // Closes the notification shown, if any.
     virtual void close() = 0;
+    // "Missed alarms", one line a row: of normal urgency, apart from the
+    // alarm's own, and open until the user dismisses it. Rows missed while
+    // it is open join its list.
+    virtual void showMissed(const QStringList &lines) = 0;
     // Whether a notification server is there to show them, as last heard.
     virtual bool available() const = 0;
     // Runs when the user presses "Stop" on the notification shown now.

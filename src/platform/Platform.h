@@ -16,6 +16,9 @@ class PictureLoader;
 class WallTimer;
 class Notifier;
 class Autostart;
+class SleepMonitor;
+class WakeAlarm;
+class Preferences;
 
 // The platform services a window may use, handed to it at construction. The
 // program owns one real set (main.cpp); tests own a set of fakes.
@@ -36,4 +39,7 @@ struct Platform {
     WallTimer &wallTimer;
     Notifier &notifier;
     Autostart &autostart;
+    SleepMonitor &sleep;
+    WakeAlarm &wake;
+    Preferences &preferences;
 };

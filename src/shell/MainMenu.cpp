@@ -75,6 +75,10 @@ void MainMenu::setupMenus(QMainWindow *window)
     mnuDonotAskAnyMoreQuestions = checkCommand(mnuUtilities, "mnuDonotAskAnyMoreQuestions",
                                                QStringLiteral("Limit Application Questions Asked"), false);
     mnuStartAtLogin = checkCommand(mnuUtilities, "mnuStartAtLogin", QStringLiteral("Start at Login"), false);
+    mnuWakeComputer =
+        checkCommand(mnuUtilities, "mnuWakeComputer", QStringLiteral("Wake Computer for Alarms"), false);
+    // A command that cannot work here says why on hover.
+    mnuUtilities->setToolTipsVisible(true);
     mnuColors = subMenu(mnuUtilities, "mnuColors", QStringLiteral("Colors"));
     mnuColorRegular = checkCommand(mnuColors, "mnuColorRegular", QStringLiteral("Regular"), true);
     mnuColorMatrix = checkCommand(mnuColors, "mnuColorMatrix", QStringLiteral("Matrix"), false);

@@ -31,6 +31,7 @@ struct MainMenu {
     QAction *mnuChangeProgramName = nullptr;
     QAction *mnuDonotAskAnyMoreQuestions = nullptr;
     QAction *mnuStartAtLogin = nullptr;
+    QAction *mnuWakeComputer = nullptr;
     QMenu *mnuColors = nullptr;
     QAction *mnuColorRegular = nullptr;
     QAction *mnuColorMatrix = nullptr;

@@ -10,6 +10,7 @@
 #include "platform/MessageBox.h"
 #include "platform/ProgramEnd.h"
 #include "platform/TrayIcon.h"
+#include "platform/WakeAlarm.h"
 #include "platform/WallTimer.h"
 #include "rules/AppError.h"
 #include "rules/ValueConversions.h"
@@ -91,6 +92,7 @@ mdiAlarmClock::~mdiAlarmClock()
     // everything they may call back into is still whole.
     m_tableSub->disconnect(this);
     m_platform.instance.onShowRequested({});
+    m_platform.wake.onUnavailable({});
     m_trayPresence.reset();
     m_forms.reset();
     delete m_tableSub;

@@ -53,6 +53,7 @@ public:
     void mnuChangeProgramName_Click();
     void mnuDonotAskAnyMoreQuestions_Click();
     void mnuStartAtLogin_Click();
+    void mnuWakeComputer_Click();
     void mnuColorRegular_Click();
     void mnuColorMatrix_Click();
     void mnuColorCustom_Click();

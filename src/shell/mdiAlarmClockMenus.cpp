@@ -3,6 +3,8 @@
 #include "shell/mdiAlarmClock.h"
 
 #include "platform/Autostart.h"
+#include "platform/Preferences.h"
+#include "platform/WakeAlarm.h"
 #include "platform/MessageBox.h"
 #include "platform/ProgramEnd.h"
 #include "rules/AppError.h"
@@ -45,6 +47,7 @@ void mdiAlarmClock::connectMenus()
         {mnuChangeProgramName, &mdiAlarmClock::mnuChangeProgramName_Click},
         {mnuDonotAskAnyMoreQuestions, &mdiAlarmClock::mnuDonotAskAnyMoreQuestions_Click},
         {mnuStartAtLogin, &mdiAlarmClock::mnuStartAtLogin_Click},
+        {mnuWakeComputer, &mdiAlarmClock::mnuWakeComputer_Click},
         {mnuColorRegular, &mdiAlarmClock::mnuColorRegular_Click},
         {mnuColorMatrix, &mdiAlarmClock::mnuColorMatrix_Click},
         {mnuColorCustom, &mdiAlarmClock::mnuColorCustom_Click},
@@ -60,6 +63,22 @@ void mdiAlarmClock::connectMenus()
     // The entry may have been removed elsewhere (a desktop's settings) meanwhile.
     connect(mnuUtilities, &QMenu::aboutToShow, this,
             [this] { mnuStartAtLogin->setChecked(m_platform.autostart.enabled()); });
+
+    // Waking the computer needs a clock that can and the right to set it.
+    const auto cannotWake = [this](const QString &why) {
+        mnuWakeComputer->setEnabled(false);
+        mnuWakeComputer->setChecked(false);
+        mnuWakeComputer->setToolTip(why);
+        m_platform.wake.setEnabled(false);
+    };
+    m_platform.wake.onUnavailable(cannotWake);
+    if (const QString why = m_platform.wake.unavailableReason(); !why.isEmpty()) {
+        cannotWake(why);
+    } else {
+        mnuWakeComputer->setChecked(m_platform.preferences.wakeComputer());
+        mnuWakeComputer->setToolTip(QStringLiteral("Wakes the computer from sleep 90 seconds before the next alarm."));
+        m_platform.wake.setEnabled(mnuWakeComputer->isChecked());
+    }
 }
 
 void mdiAlarmClock::mnuAlarmClock_Click() { subShowWindows(); }
@@ -189,6 +208,14 @@ void mdiAlarmClock::mnuStartAtLogin_Click()
         m_platform.messages.show(QStringLiteral("Could not change the file:\r\n") + autostart.entryPath(),
                                  MsgButtons::Ok, MsgIcon::Critical, QStringLiteral("START AT LOGIN"));
     mnuStartAtLogin->setChecked(autostart.enabled());
+}
+
+void mdiAlarmClock::mnuWakeComputer_Click()
+{
+    const bool on = !mnuWakeComputer->isChecked();
+    m_platform.preferences.setWakeComputer(on);
+    mnuWakeComputer->setChecked(on);
+    m_platform.wake.setEnabled(on);
 }
 
 void mdiAlarmClock::selectColourScheme(qint16 scheme, const QString &statement)

@@ -6,6 +6,7 @@
 #include "platform/Notifier.h"
 #include "platform/SoundPlayer.h"
 #include "platform/TrayIcon.h"
+#include "platform/WakeAlarm.h"
 #include "platform/WallTimer.h"
 #include "rules/AlarmMoment.h"
 #include "rules/AppError.h"
@@ -26,8 +27,8 @@
 
 namespace {
 
-// Seconds missed in a longer gap (a machine that slept overnight) ring nothing.
-constexpr qint64 kLongestCaughtUpGap = 600;
+// The machine wakes this long before an alarm, to be up and ticking by then.
+constexpr int kWakeLeadSeconds = 90;
 
 } // namespace
 
@@ -56,14 +57,18 @@ void ClockTick::tmrAlarmClock_Timer()
         return;
     const QDateTime whole = now.addMSecs(-now.time().msec()); // on the instant (see nextTickAt)
     const qint64 wall = wallSecond(whole.date(), whole.time());
-    // Seconds of the wall clock that no tick saw (a busy thread, a short
-    // sleep, a clock set forward, the hour skipped in spring) are caught up
-    // when they passed in at most ten minutes of real time. UTC measures
-    // that: a suspend advances it, a daylight-saving change does not.
-    const bool caughtUp = m_lastWall != kNever && wall > m_lastWall + 1 && utc - m_lastUtc <= kLongestCaughtUpGap;
+    // Seconds of the wall clock that no tick saw (a busy thread, a sleep, a
+    // clock set forward, the hour skipped in spring) are caught up; the
+    // machine's own clocks tell what made the gap.
+    const bool caughtUp = m_lastWall != kNever && wall > m_lastWall + 1;
     const qint64 missedAfter = caughtUp ? m_lastWall : wall;
+    const qint64 utcMs = now.toMSecsSinceEpoch(), bootMs = m_platform.clock.sinceBootMs(),
+                 asleepMs = m_platform.clock.asleepMs();
+    if (caughtUp)
+        m_gapCause = gapCause(utcMs - m_lastUtcMs, bootMs - m_lastBootMs, asleepMs - m_lastAsleepMs);
     m_lastUtc = utc;
     m_lastWall = wall;
+    m_lastUtcMs = utcMs, m_lastBootMs = bootMs, m_lastAsleepMs = asleepMs;
     tick(whole, missedAfter);
 }
 
@@ -83,6 +88,8 @@ void ClockTick::tick(const QDateTime &now, qint64 missedAfter)
 
     std::vector<Trip> trips;
     int dueSoon = -1;
+    // Seconds to the next moment a row will ring at, if any.
+    std::optional<qint64> next;
     const QDate today = now.date();
     for (int i = 0; i < kAlarmRows; ++i) {
         const QString &time = m_state.strAlarmTimes[size_t(i)];
@@ -100,6 +107,9 @@ void ClockTick::tick(const QDateTime &now, qint64 missedAfter)
                 trips.push_back({moment, i});
             else if (s > 0 && s <= 60)
                 dueSoon = i;
+            const qint64 ahead = s > 0 ? s : dated ? -1 : s + 86400; // a daily row's passed time comes again tomorrow
+            if (ahead > 0)
+                next = std::min(next.value_or(ahead), ahead);
             if (hidden)
                 continue;
             m_controls.lblCountDownHours[size_t(i)]->setText(
@@ -116,6 +126,8 @@ void ClockTick::tick(const QDateTime &now, qint64 missedAfter)
     // the alarm is heard the moment it trips.
     if (dueSoon >= 0 && m_state.bSoundOn)
         m_platform.sound.prepare(m_controls.soundPathOf(dueSoon), m_controls.defaultSoundPath);
+    // Woken for an alarm that would sound, with time to spare.
+    m_platform.wake.setNextAlarm(m_state.bSoundOn && next ? now.addSecs(*next - kWakeLeadSeconds) : QDateTime());
     if (trips.empty()) {
         m_state.bEvaluateNow = false;
         return;
@@ -125,7 +137,14 @@ void ClockTick::tick(const QDateTime &now, qint64 missedAfter)
     std::stable_sort(trips.begin(), trips.end(), [](const Trip &a, const Trip &b) { return a.moment < b.moment; });
     for (const Trip &trip : trips)
         m_tripped[size_t(trip.row)] = trip.moment;
+    QStringList missed; // each such row once, however many of its moments the gap held
     for (size_t k = 0; k < trips.size(); ++k) {
+        const Lateness lateness = latenessOf(wall - trips[k].moment);
+        if (lateness == Lateness::Missed) {
+            const int row = trips[k].row;
+            missed << m_state.strAlarmTimes[size_t(row)] + u' ' + m_controls.txtACDetails[size_t(row)]->text();
+            continue;
+        }
         if (k + 1 < trips.size() && trips[k + 1].moment == trips[k].moment)
             continue;
         // Exit chosen meanwhile stopped the clock: nothing more rings.
@@ -133,25 +152,28 @@ void ClockTick::tick(const QDateTime &now, qint64 missedAfter)
             return;
         m_state.intAlarmRow = qint16(trips[k].row);
         try {
-            raiseAlarm(trips[k].moment);
+            raiseAlarm(trips[k].moment, lateness == Lateness::Late ? lateNote(m_gapCause) : QString());
         } catch (const AppError &) {
             // An alarm that cannot start its cycle ends this tick, as any error does.
             return;
         }
     }
+    if (!missed.isEmpty())
+        m_platform.notifier.showMissed(missed);
 }
 
 // Nothing here waits: the tray tip's name is in memory, the notification is
 // sent without waiting for the answer, and the play starts on the player's
 // own thread. So no database, box or file stands between the trip and the
 // sound.
-void ClockTick::raiseAlarm(qint64 moment)
+void ClockTick::raiseAlarm(qint64 moment, const QString &lateNote)
 {
     const QString message = QStringLiteral("ALARM @ ") + formatAlarmTipTime(fromWallSecond(moment));
     m_host.subRemoveTrayIcon();
     m_host.subMinimizeToTray(false, message);
     // Says which alarm rings, with a Stop, where no tray or pop-up would.
-    m_platform.notifier.show(message, m_controls.txtACDetails[size_t(m_state.intAlarmRow)]->text(), m_state.bSoundOn);
+    const QString details = m_controls.txtACDetails[size_t(m_state.intAlarmRow)]->text();
+    m_platform.notifier.show(message, lateNote.isEmpty() ? details : lateNote + u'\n' + details, m_state.bSoundOn);
     m_state.bEvaluateNow = true;
     // The sound before the pop-up: bringing the window back may close other
     // windows, and those may read the database.

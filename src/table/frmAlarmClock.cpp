@@ -8,6 +8,7 @@
 #include "platform/Clock.h"
 #include "platform/MessageBox.h"
 #include "platform/Notifier.h"
+#include "platform/SleepMonitor.h"
 #include "platform/SoundPlayer.h"
 #include "platform/UrlOpener.h"
 #include "platform/WallTimer.h"
@@ -54,6 +55,7 @@ frmAlarmClock::~frmAlarmClock()
     tmrAlarmClock->stop();
     tmrAlarmClock->onTimeout({});
     m_platform.notifier.onStop({});
+    m_platform.sleep.onPrepareForSleep({});
 }
 
 // ---------------------------------------------------------------------------

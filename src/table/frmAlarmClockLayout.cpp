@@ -5,6 +5,7 @@
 
 #include "appearance/WidgetColours.h"
 #include "platform/Notifier.h"
+#include "platform/SleepMonitor.h"
 #include "platform/WallTimer.h"
 #include "table/ClockTick.h"
 #include "table/FlatRowButton.h"
@@ -363,6 +364,11 @@ void frmAlarmClock::connectHandlers()
     connect(cmdClearForm, &QPushButton::clicked, this, [this] { cmdClearForm_Click(); });
 
     tmrAlarmClock->onTimeout([this] { tmrAlarmClock_Timer(); });
+    // Awake again: what the sleep held is handled now, not at the next tick.
+    m_platform.sleep.onPrepareForSleep([this](bool sleeping) {
+        if (!sleeping && tmrAlarmClock->isActive())
+            tmrAlarmClock_Timer();
+    });
     m_platform.notifier.onStop([this] { cmdSnooze_Click(); });
 }
 

@@ -15,6 +15,9 @@
 #include "platform/Notifier.h"
 #include "platform/PictureLoader.h"
 #include "platform/Platform.h"
+#include "platform/Preferences.h"
+#include "platform/SleepMonitor.h"
+#include "platform/WakeAlarm.h"
 #include "platform/ProgramEnd.h"
 #include "platform/SoundPlayer.h"
 #include "platform/TrayIcon.h"
@@ -115,12 +118,16 @@ struct FakeColourPicker : ColourPicker {
     std::optional<qint32> pick(qint32) override { return answer; }
 };
 
-// Moves only when told to.
+// Moves only when told to: set() moves the wall clock alone, as setting the
+// clock does; sleep() moves it and the boot clock, as a suspend does.
 struct FakeClock : Clock {
     QDateTime current{QDate(2031, 9, 30), QTime(14, 5, 0), Qt::LocalTime};
+    qint64 boot = 0, asleep = 0;
     QDateTime now() const override { return current; }
+    qint64 sinceBootMs() const override { return boot; }
+    qint64 asleepMs() const override { return asleep; }
     void set(const QDateTime &moment) { current = moment; }
-    void advanceSeconds(int seconds) { current = current.addSecs(seconds); }
+    void sleep(qint64 seconds) { current = current.addSecs(seconds), boot += seconds * 1000, asleep += seconds * 1000; }
 };
 
 // The real disk, but for folders in `readOnly` and a copy that may fail.
@@ -204,6 +211,7 @@ struct FakeNotifier : Notifier {
             onShow();
     }
     void close() override { closed += std::exchange(open, false); }
+    void showMissed(const QStringList &lines) override { shown << "Missed alarms|" + lines.join(u'/'); }
     bool available() const override { return server; }
     void pressStop() const { stopPressed(); }
 };
@@ -218,6 +226,27 @@ struct FakeAutostart : Autostart {
         return works;
     }
     QString entryPath() const override { return QStringLiteral("/home/user/.config/autostart/quorvel-alarmclock.desktop"); }
+};
+
+struct FakeSleepMonitor : SleepMonitor {
+    void tell(bool sleeping) const { prepareForSleep(sleeping); }
+};
+
+// The moment asked for while enabled, or an invalid one.
+struct FakeWakeAlarm : WakeAlarm {
+    QString reason;
+    bool enabled = false;
+    QDateTime next;
+    QString unavailableReason() const override { return reason; }
+    void setEnabled(bool on) override { enabled = on; }
+    void setNextAlarm(const QDateTime &moment) override { next = moment; }
+    void fail(const QString &why) const { becameUnavailable(why); }
+};
+
+struct FakePreferences : Preferences {
+    bool wake = false;
+    bool wakeComputer() const override { return wake; }
+    void setWakeComputer(bool on) override { wake = on; }
 };
 
 // The whole set, with the application folder a fresh copy of the staged files.
@@ -239,6 +268,9 @@ struct FakePlatform {
     FakeWallTimer wallTimer;
     FakeNotifier notifier;
     FakeAutostart autostart;
+    FakeSleepMonitor sleep;
+    FakeWakeAlarm wake;
+    FakePreferences preferences;
 
     FakePlatform() { appDir.directory = testDir.path(); }
     FakePlatform(const FakePlatform &) = delete;
@@ -247,6 +279,7 @@ struct FakePlatform {
     Platform withServices(SoundPlayer *s = nullptr, TrayIcon *t = nullptr, PictureLoader *p = nullptr)
     {
         return Platform{messages, input,    s ? *s : sound, t ? *t : tray, browser,  colours,  clock, files,
-                        appDir,   instance, version,        end,           p ? *p : pictures, wallTimer, notifier, autostart};
+                        appDir,   instance, version,        end,           p ? *p : pictures, wallTimer, notifier, autostart,
+                        sleep,    wake,     preferences};
     }
 };

@@ -116,11 +116,13 @@ public:
     ~NotificationServer() override { QDBusConnection::disconnectFromBus("server"); }
     void answer(uint id) { bus.send(waiting.takeFirst().createReply(id)); }
     void invoke(uint id) { bus.send(QDBusMessage::createSignal("/org/freedesktop/Notifications", "org.freedesktop.Notifications", "ActionInvoked") << id << QString("stop")); }
+    void dismiss(uint id) { bus.send(QDBusMessage::createSignal("/org/freedesktop/Notifications", "org.freedesktop.Notifications", "NotificationClosed") << id << 2u); }
 public slots:
-    uint Notify(const QString &, uint replaces, const QString &, const QString &summary, const QString &, const QStringList &actions,
+    uint Notify(const QString &, uint replaces, const QString &, const QString &summary, const QString &body, const QStringList &actions,
                 const QVariantMap &hints, int timeout, const QDBusMessage &call)
     {
-        log << QStringLiteral("Notify %1 %2 %3 %4 %5").arg(replaces).arg(summary).arg(hints["urgency"].toInt()).arg(actions.value(0, "-")).arg(timeout);
+        log << QStringLiteral("Notify %1 %2 %3 %4 %5").arg(replaces).arg(summary).arg(hints["urgency"].toInt()).arg(actions.value(0, "-")).arg(timeout)
+                   + (body.isEmpty() ? QString() : " | " + body);
         call.setDelayedReply(true);
         waiting << call;
         return 0;
@@ -343,6 +345,23 @@ private slots:
         QTRY_COMPARE(stops, 1);
         notifier.close();
         QTRY_COMPARE(server.log.last(), "Close 7");
+
+        // Missed alarms: one notification that never expires, growing by the rows not listed yet,
+        // and starting afresh once dismissed.
+        server.log.clear();
+        notifier.showMissed({"07:00 Run", "08:00 Eat"});
+        QTRY_COMPARE(server.log.size(), 1);
+        server.answer(9);
+        QTest::qWait(200);
+        notifier.showMissed({"08:00 Eat", "21:00 Read"});
+        QTRY_COMPARE(server.log.size(), 2);
+        server.answer(9);
+        server.dismiss(9);
+        QTest::qWait(200);
+        notifier.showMissed({"06:00 Up"});
+        QTRY_COMPARE(server.log, QStringList({"Notify 0 Missed alarms 1 - 0 | 07:00 Run\n08:00 Eat",
+                                              "Notify 9 Missed alarms 1 - 0 | 07:00 Run\n08:00 Eat\n21:00 Read",
+                                              "Notify 0 Missed alarms 1 - 0 | 06:00 Up"}));
     }
 
     // What is no sound may not wait: a FIFO would block a reader for ever. play() returns at once;

@@ -8,6 +8,7 @@
 #include "rules/AppError.h"
 #include "rules/CountdownText.h"
 #include "rules/DateText.h"
+#include "rules/LatePolicy.h"
 #include "rules/RowState.h"
 #include "rules/TimeRowArithmetic.h"
 #include "rules/TimeText.h"
@@ -154,6 +155,16 @@ private slots:
             QVERIFY2(classifyRow(c.dated, c.seconds) == c.state && colour(0) == c.regular && colour(1) == c.matrix && colour(2).value_or(-1) == customColour && !colour(3),
                      QByteArray::number(c.seconds) + (c.dated ? " dated" : " daily"));
         }
+    }
+
+    // A minute late is on time, half an hour late; a wall clock that ran ahead of the boot clock was set.
+    void lateAlarms()
+    {
+        QCOMPARE(QList<Lateness>({latenessOf(60), latenessOf(61), latenessOf(1800), latenessOf(1801)}),
+                 QList<Lateness>({Lateness::OnTime, Lateness::Late, Lateness::Late, Lateness::Missed}));
+        QCOMPARE(QList<GapCause>({gapCause(9000, 9000, 0), gapCause(9000, 0, 0), gapCause(9000, 9000, 8000), gapCause(2500, 1000, 0)}),
+                 QList<GapCause>({GapCause::None, GapCause::ClockSet, GapCause::Asleep, GapCause::None}));
+        QVERIFY(lateNote(GapCause::None).isEmpty());
     }
 
     void trayTip()

@@ -85,7 +85,7 @@ private slots:
         QCOMPARE(menu.join(u'/'), "Program/ Alarm Clock/ Cancel Menu Selection/ Exit/Utilities/ Sound/  Sound On[x]/  Sound Off[ ]/"
                                   " On Alarm Popup Form/  Popup Form On[ ]/  Popup Form Off[x]/ Time Row/  Activate Time Row[ ]/"
                                   "  Deactivate Time Row[x]/ Minimize To Tray/  Minimize To Tray Allowed[x]/  Minimized To Tray Disabled[ ]/"
-                                  "  Minimize To Tray Now/ Change Program Name/ Limit Application Questions Asked[ ]/ Start at Login[ ]/ Colors/"
+                                  "  Minimize To Tray Now/ Change Program Name/ Limit Application Questions Asked[ ]/ Start at Login[ ]/ Wake Computer for Alarms[ ]/ Colors/"
                                   "  Regular[x]/  Matrix[ ]/  Custom[ ]/  Modify Custom Colors/Help/ About/ Legend/(Administration Mode)/ Tables");
         QVERIFY(load(w));
         QVERIFY(w.isVisible() && w.tableSubWindow()->isMaximized() && !w.mnuAdminMode->menuAction()->isVisible() && w.state().bEvaluateNow);
@@ -364,6 +364,22 @@ private slots:
         m.fp.autostart.on = false;
         emit m.w->mnuUtilities->aboutToShow();
         QVERIFY(!m.w->mnuStartAtLogin->isChecked());
+    }
+
+    // Waking the computer: a machine or an install that cannot disables the command and says why;
+    // otherwise it keeps the user's choice in the program's own settings.
+    void wakingTheComputer()
+    {
+        LoadedMainWindow cannot([](FakePlatform &fp) { fp.wake.reason = "no clock"; fp.preferences.wake = true; });
+        QVERIFY(!cannot.w->mnuWakeComputer->isEnabled() && !cannot.w->mnuWakeComputer->isChecked() && !cannot.fp.wake.enabled);
+        QCOMPARE(cannot.w->mnuWakeComputer->toolTip(), "no clock");
+        LoadedMainWindow m([](FakePlatform &fp) { fp.preferences.wake = true; });
+        QVERIFY(m.w->mnuWakeComputer->isChecked() && m.fp.wake.enabled);
+        m.w->mnuWakeComputer->trigger();
+        QVERIFY(!m.w->mnuWakeComputer->isChecked() && !m.fp.wake.enabled && !m.fp.preferences.wake);
+        m.w->mnuWakeComputer->trigger();
+        m.fp.wake.fail(QStringLiteral("ERR no permission"));
+        QVERIFY(!m.w->mnuWakeComputer->isEnabled() && !m.fp.wake.enabled && m.fp.preferences.wake);
     }
 
     // Hidden only when the tray switch allows it and a tray host can bring it

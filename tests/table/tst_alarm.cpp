@@ -176,6 +176,25 @@ private slots:
         }
     }
 
+    // The wake-up keeps 90 s ahead of the next alarm that would sound: a daily row passed today
+    // comes back tomorrow; with the sound off there is none.
+    void theWakeUpKeepsAheadOfTheNextAlarm()
+    {
+        LoadedMainWindow m;
+        m.setRow(0, QString(), QStringLiteral("14:00"));
+        m.setRow(1, QStringLiteral("Oct 01, 2031"), QStringLiteral("09:00"));
+        m.tickAt(at(14, 6));
+        QCOMPARE(m.fp.wake.next, QDateTime(QDate(2031, 10, 1), QTime(8, 58, 30)));
+        m.setRow(1, QString(), QString());
+        m.state().bEvaluateNow = true; // as a change asks
+        m.tickAt(at(14, 6, 1));
+        QCOMPARE(m.fp.wake.next, QDateTime(QDate(2031, 10, 1), QTime(13, 58, 30)));
+        m.w->mnuSoundOff->trigger();
+        m.state().bEvaluateNow = true;
+        m.tickAt(at(14, 6, 2));
+        QVERIFY(!m.fp.wake.next.isValid());
+    }
+
     // Missed moments caught up after a gap ring in turn, but none after Exit.
     void exitStopsACatchUp()
     {

@@ -121,6 +121,29 @@ void DBusNotifier::close()
     QDBusConnection::sessionBus().asyncCall(message, kTimeoutMs);
 }
 
+void DBusNotifier::showMissed(const QStringList &lines)
+{
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    if (!bus.isConnected())
+        return;
+    for (const QString &line : lines)
+        if (!m_missed.contains(line))
+            m_missed << line;
+    QDBusMessage message = call(QStringLiteral("Notify"));
+    const QVariantMap hints{{QStringLiteral("urgency"), QVariant::fromValue(uchar(1))},
+                            {QStringLiteral("desktop-entry"), QStringLiteral("quorvel-alarmclock")}};
+    // No expiry: it stays until the user has read it.
+    message << QStringLiteral("Quorvel Alarm Clock") << m_missedId << QStringLiteral("quorvel-alarmclock")
+            << QStringLiteral("Missed alarms") << m_missed.join(u'\n') << QStringList() << hints << qint32(0);
+    auto *watcher = new QDBusPendingCallWatcher(bus.asyncCall(message, kTimeoutMs), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this](QDBusPendingCallWatcher *w) {
+        w->deleteLater();
+        const QDBusPendingReply<uint> reply = *w;
+        if (!reply.isError())
+            m_missedId = reply.value();
+    });
+}
+
 void DBusNotifier::actionInvoked(uint id, const QString &key)
 {
     if (id != 0 && id == m_id && key == kStopKey)
@@ -132,4 +155,8 @@ void DBusNotifier::notificationClosed(uint id, uint reason)
     Q_UNUSED(reason);
     if (id == m_id)
         m_id = 0;
+    if (id == m_missedId) { // dismissed: the next list starts afresh
+        m_missedId = 0;
+        m_missed.clear();
+    }
 }

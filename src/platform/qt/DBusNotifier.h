@@ -19,6 +19,7 @@ public:
     void show(const QString &summary, const QString &body, bool sounding) override;
     void close() override;
     bool available() const override { return m_available; }
+    void showMissed(const QStringList &lines) override;
 
 private slots:
     void actionInvoked(uint id, const QString &key);
@@ -42,4 +43,7 @@ private:
     std::optional<Request> m_next;
     bool m_closeNext = false;
     bool m_available = false;
+    // The missed alarms' notification, apart from the alarm's own.
+    uint m_missedId = 0;
+    QStringList m_missed;
 };

@@ -5,4 +5,6 @@
 class SystemClock : public Clock {
 public:
     QDateTime now() const override;
+    qint64 sinceBootMs() const override;
+    qint64 asleepMs() const override;
 };
