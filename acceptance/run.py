@@ -80,10 +80,11 @@ def main():
         from identity import SCENARIOS as IDENTITY
         from wayland import SCENARIOS as WAYLAND
         from installed import SCENARIOS as INSTALLED
+        from sleep import SCENARIOS as SLEEP
         ctx = Context(desktop, staged, os.path.join(desktop.root, 'apps'))
         ctx.deb = os.path.abspath(args.deb) if args.deb else None
         try:
-            for label, scenario, limit in SCENARIOS + RINGING + IDENTITY + WAYLAND + INSTALLED:
+            for label, scenario, limit in SCENARIOS + RINGING + IDENTITY + WAYLAND + INSTALLED + SLEEP:
                 if not args.only or label in args.only:
                     results.append((label, None))
                     results[-1] = (label, run_one(ctx, label, scenario, limit, keep))
