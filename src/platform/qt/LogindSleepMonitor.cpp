@@ -15,11 +15,18 @@ const QString kManager = QStringLiteral("org.freedesktop.login1.Manager");
 
 LogindSleepMonitor::LogindSleepMonitor()
 {
-    QDBusConnection bus = QDBusConnection::systemBus();
-    if (!bus.isConnected())
-        return;
-    bus.connect(kLogin, kPath, kManager, QStringLiteral("PrepareForSleep"), this, SLOT(prepareForSleepSignal(bool)));
-    takeLock();
+    // Once the window is up: the system bus is no part of showing it.
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            QDBusConnection bus = QDBusConnection::systemBus();
+            if (!bus.isConnected())
+                return;
+            bus.connect(kLogin, kPath, kManager, QStringLiteral("PrepareForSleep"), this,
+                        SLOT(prepareForSleepSignal(bool)));
+            takeLock();
+        },
+        Qt::QueuedConnection);
 }
 
 void LogindSleepMonitor::takeLock()
