@@ -10,7 +10,7 @@
 #include "platform/qt/LinuxWallTimer.h"
 #include "platform/qt/LockFileInstanceGuard.h"
 #include "platform/qt/LogindSleepMonitor.h"
-#include "platform/qt/PulseSoundPlayer.h"
+#include "platform/qt/ModuleSoundPlayer.h"
 #include "platform/qt/QtColourPicker.h"
 #include "platform/qt/QtFileSystem.h"
 #include "platform/qt/QtInputBox.h"
@@ -72,7 +72,7 @@ int main(int argc, char *argv[])
 
     QtMessageBox messages;
     QtInputBox input;
-    PulseSoundPlayer sound;
+    ModuleSoundPlayer sound(QCoreApplication::applicationDirPath() + QStringLiteral("/alarmclock-sound.so"));
     QtTrayIcon tray(icon);
     DesktopUrlOpener browser;
     QtColourPicker colours;

@@ -1,16 +1,38 @@
 #include "data/JetSql.h"
 
-#include <QRegularExpression>
+namespace {
+
+// Skips the blanks at `at`; true when there was at least one.
+bool skipBlanks(QStringView text, qsizetype &at)
+{
+    const qsizetype from = at;
+    while (at < text.size() && text[at].isSpace())
+        ++at;
+    return at > from;
+}
+
+// Takes `word` (any case) at `at`, as a whole word.
+bool takeWord(QStringView text, qsizetype &at, QStringView word)
+{
+    if (!text.mid(at).startsWith(word, Qt::CaseInsensitive))
+        return false;
+    const qsizetype end = at + word.size();
+    if (end < text.size() && (text[end].isLetterOrNumber() || text[end] == u'_'))
+        return false;
+    at = end;
+    return true;
+}
+
+} // namespace
 
 QString jetToSqlite(const QString &jetStatement)
 {
     // Jet's "DELETE * FROM t" has no SQLite form; the star only names the
     // whole record, so dropping it keeps the meaning.
-    static const QRegularExpression deleteStar(
-        QStringLiteral(R"(^\s*delete\s+\*\s+from\b)"), QRegularExpression::CaseInsensitiveOption);
-    QString sql = jetStatement;
-    const auto match = deleteStar.match(sql);
-    if (match.hasMatch())
-        sql.replace(0, match.capturedLength(), QStringLiteral("DELETE FROM"));
-    return sql;
+    qsizetype at = 0;
+    skipBlanks(jetStatement, at);
+    if (takeWord(jetStatement, at, u"delete") && skipBlanks(jetStatement, at) && at < jetStatement.size() &&
+        jetStatement[at] == u'*' && skipBlanks(jetStatement, ++at) && takeWord(jetStatement, at, u"from"))
+        return QStringLiteral("DELETE FROM") + jetStatement.mid(at);
+    return jetStatement;
 }

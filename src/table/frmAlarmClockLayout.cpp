@@ -58,8 +58,9 @@ void frmAlarmClock::buildControls()
         w->setAccessibleDescription(text);
     };
     auto rowName = [](const char *control, int i) { return QStringLiteral("%1_%2").arg(QLatin1String(control)).arg(i); };
-    // Each call of standardIcon renders a fresh set of pixmaps; thirteen
-    // rows share one icon of each kind instead (about 3 MB less).
+    // Each call of standardIcon renders a fresh set of pixmaps at several
+    // sizes; thirteen rows share one icon of each kind instead (about 3 MB
+    // less), kept only at the size the buttons show.
     std::map<QStyle::StandardPixmap, QIcon> icons;
     auto rowTool = [&](const char *control, int i, QStyle::StandardPixmap icon, const QString &noun,
                        const QString &tooltip) {
@@ -67,7 +68,8 @@ void frmAlarmClock::buildControls()
         named(b, rowName(control, i), QStringLiteral("%1 %2").arg(noun).arg(i + 1));
         auto known = icons.find(icon);
         if (known == icons.end())
-            known = icons.emplace(icon, style()->standardIcon(icon)).first;
+            known = icons.emplace(icon, QIcon(style()->standardIcon(icon).pixmap(b->iconSize(), devicePixelRatioF())))
+                        .first;
         b->setIcon(known->second);
         b->setAutoRaise(true);
         b->setFocusPolicy(Qt::TabFocus);

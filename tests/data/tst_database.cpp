@@ -59,8 +59,10 @@ private slots:
     // case of the column's name, and edits only its current record.
     void statementsAndRecordsets()
     {
-        QCOMPARE(jetToSqlite("  DELETE   *   FROM tblAlarmClock") + "|" + jetToSqlite("deletes * from t") + "|" + jetToSqlite("SELECT * FROM t;"),
-                 "DELETE FROM tblAlarmClock|deletes * from t|SELECT * FROM t;");
+        QStringList statements;
+        for (const char *jet : {"  DELETE   *   FROM tblAlarmClock", "deletes * from t", "delete * fromage", "delete* from t", "SELECT * FROM t;"})
+            statements << jetToSqlite(jet);
+        QCOMPARE(statements.join(u'|'), "DELETE FROM tblAlarmClock|deletes * from t|delete * fromage|delete* from t|SELECT * FROM t;");
         Fixture f;
         Recordset rs = f.db.MyDB().openRecordset("SELECT booSound, STRPROGRAMNAME FROM tblprogramsetting");
         QVERIFY(rs.field("boosound").typeId() == QMetaType::Bool && rs.field("booSound").toBool());

@@ -6,6 +6,7 @@
 #include "platform/qt/ExecutableDirectory.h"
 #include "platform/qt/LinuxWallTimer.h"
 #include "platform/qt/LockFileInstanceGuard.h"
+#include "platform/qt/ModuleSoundPlayer.h"
 #include "platform/qt/PulseSoundPlayer.h"
 #include "platform/qt/QtColourPicker.h"
 #include "platform/qt/QtFileSystem.h"
@@ -227,6 +228,14 @@ private slots:
         QVERIFY(!QtPictureLoader().setBackground(&area, tmpPath("notes.txt")) && area.background().style() == Qt::SolidPattern);
         QVERIFY(QtPictureLoader().setBackground(&plain, picture) && QtPictureLoader().setBackground(&area, picture));
         QVERIFY(plain.autoFillBackground() && plain.palette().brush(QPalette::Window).style() == Qt::TexturePattern && area.background().style() == Qt::TexturePattern);
+        // One picture for both windows, three bytes a pixel; a file changed since is read again.
+        QtPictureLoader loader;
+        QVERIFY(loader.setBackground(&plain, picture) && loader.setBackground(&area, picture));
+        const QPixmap shared = plain.palette().brush(QPalette::Window).texture();
+        QVERIFY(shared.cacheKey() == area.background().texture().cacheKey() && shared.toImage().format() == QImage::Format_RGB888);
+        const QString copy = tmpPath("picture.bmp");
+        QVERIFY(QFile::copy(picture, copy) && loader.setBackground(&plain, copy) && QFile::remove(copy));
+        QVERIFY(!loader.setBackground(&area, copy));
         const BuildVersionInfo build;
         QCOMPARE(QString("%1.%2.%3").arg(build.major()).arg(build.minor()).arg(build.revision()), ALARMCLOCK_VERSION_TEXT);
         QVERIFY(ExecutableDirectory().path() == QCoreApplication::applicationDirPath() && qAbs(SystemClock().now().msecsTo(QDateTime::currentDateTime())) < 1000);
@@ -410,6 +419,28 @@ private slots:
         QVERIFY2(play.startMs < 50 && play.ended && play.tookMs >= qMax(fromMs, 0) && play.tookMs < underMs && (fromMs < 0) == (play.tookMs >= 3450),
                  qPrintable(QString::number(play.tookMs)));
         QCOMPARE(play.found, name.endsWith(".wav") && name != "fifo.wav" && name != "header.wav" && name != "gone.wav");
+    }
+
+    // The sound stack is loaded off this thread when a sound is near: a play asked for meanwhile
+    // starts once it is in, and a stop silences it too. Without the module a play ends, never hangs.
+    void theSoundModuleLoadsWhenASoundIsNear()
+    {
+        for (const QString &module : {QStringLiteral(SOUND_MODULE), tmpPath("gone.so")}) {
+            ModuleSoundPlayer player(module);
+            std::optional<bool> first, second, third;
+            player.prepare(tmpPath("short.wav"), QString());
+            player.play(tmpPath("short.wav"), QString(), [&](bool found) { first = found; });
+            player.play(tmpPath("long.wav"), QString(), [&](bool found) { second = found; });
+            player.stop();
+            player.play(tmpPath("short.wav"), QString(), [&](bool found) { third = found; });
+            QVERIFY(!first && !second && !third); // never reported before the caller goes on
+            QTRY_VERIFY_WITH_TIMEOUT(first && second && third, 5000);
+            QCOMPARE(QList<bool>({*first, *second, *third}), QList<bool>({true, true, module == SOUND_MODULE}));
+        }
+        ModuleSoundPlayer unprepared(SOUND_MODULE); // a sound test: its play alone loads the module
+        std::optional<bool> found;
+        unprepared.play(tmpPath("short.wav"), QString(), [&](bool f) { found = f; });
+        QTRY_VERIFY_WITH_TIMEOUT(found.value_or(false), 5000);
     }
 
     // The player's end stops every play, and waits for no audio server.
