@@ -164,17 +164,65 @@ def measure_idle(desktop, staged, seconds):
     return shown, hidden, rss10
 
 
-def measure_floor(desktop, floor_exe, seconds):
-    """The same idle figures for a bare Qt window with a one-second clock
-    label (bench_floor): the floor for any Qt clock on this machine."""
-    proc = subprocess.Popen([floor_exe], env=dict(desktop.env), stdin=subprocess.DEVNULL,
+def launch_floor(desktop, floor_exe):
+    return subprocess.Popen([floor_exe], env=dict(desktop.env), cwd=desktop.home, stdin=subprocess.DEVNULL,
                             stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-    time.sleep(10)
-    cpu0, sw0, rss10 = proc_stat(proc.pid)
-    time.sleep(seconds)
-    cpu1, sw1, _ = proc_stat(proc.pid)
-    stop_pids([proc.pid])
-    return (cpu1 - cpu0) * 1000 * 60 / seconds, (sw1 - sw0) * 60 / seconds, rss10
+
+
+def time_to_map(desktop, start_process):
+    """Milliseconds from exec to the X server's MapNotify of the process's
+    first window larger than a tray icon, and the process."""
+    import select
+    from Xlib import X, display
+    screen = display.Display(desktop.display)
+    root = screen.screen().root
+    root.change_attributes(event_mask=X.SubstructureNotifyMask)
+    screen.sync()
+    start = time.monotonic()
+    proc = start_process()
+    try:
+        while time.monotonic() - start < 10:
+            select.select([screen.fileno()], [], [], 0.05)
+            while screen.pending_events():
+                event = screen.next_event()
+                if event.type != X.MapNotify:
+                    continue
+                try:
+                    geometry = event.window.get_geometry()
+                except Exception:
+                    continue
+                if geometry.width > 200 and geometry.height > 200:
+                    return (time.monotonic() - start) * 1000, proc
+        return None, proc
+    finally:
+        screen.close()
+
+
+def measure_shape(desktop, staged, floor_exe, runs, memory_runs, idle_seconds):
+    """The program against the bare window of its shape (bench_floor), in
+    interleaved runs: exec to MapNotify, resident memory 10 s after start, and
+    idle CPU over idle_seconds with the window shown."""
+    starts = {'program': [], 'floor': []}
+    memory = {'program': [], 'floor': []}
+    idle = {'program': [], 'floor': []}
+    makers = {'program': lambda: launch(desktop, prepare_folder(staged)),
+              'floor': lambda: launch_floor(desktop, floor_exe)}
+    for run in range(runs):
+        for name in ('program', 'floor') if run % 2 == 0 else ('floor', 'program'):
+            ms, proc = time_to_map(desktop, makers[name])
+            if ms is not None:
+                starts[name].append(ms)
+            if run < memory_runs:
+                time.sleep(10)
+                cpu0, _, rss = proc_stat(proc.pid)
+                memory[name].append(rss)
+                if run == 0:
+                    time.sleep(idle_seconds)
+                    idle[name].append((proc_stat(proc.pid)[0] - cpu0) * 1000 * 60 / idle_seconds)
+            stop_pids([proc.pid])
+            proc.wait(timeout=5)
+            time.sleep(0.3)
+    return starts, memory, idle
 
 
 # -- alarm onset -------------------------------------------------------------
@@ -320,15 +368,27 @@ def main():
     parser.add_argument('--idle-seconds', type=int, default=60)
     parser.add_argument('--memory-minutes', type=int, default=30)
     parser.add_argument('--floor', help='the bench_floor program (default: beside the staged program)')
-    parser.add_argument('--only', choices=['startup', 'idle', 'onset', 'ticks', 'memory'], action='append',
+    parser.add_argument('--shape-runs', type=int, default=20)
+    parser.add_argument('--only', choices=['shape', 'startup', 'idle', 'onset', 'ticks', 'memory'], action='append',
                         help='measure only these (may be given more than once)')
     args = parser.parse_args()
-    wanted = set(args.only or ['startup', 'idle', 'onset', 'ticks', 'memory'])
+    wanted = set(args.only or ['shape', 'startup', 'idle', 'onset', 'ticks', 'memory'])
+    floor = os.path.abspath(args.floor or os.path.join(args.app_dir, '..', 'bench', 'bench_floor'))
 
     desktop = Desktop()
     desktop.start()
     rows = []
     try:
+        if 'shape' in wanted:
+            starts, memory, idle = measure_shape(desktop, args.app_dir, floor, args.shape_runs,
+                                                 min(5, args.shape_runs), args.idle_seconds)
+            for label, values, unit in (('start-up to MapNotify', starts, 'ms'),
+                                        ('resident memory after 10 s', memory, 'MB'),
+                                        ('idle CPU per minute, shown', idle, 'ms')):
+                mine, ref = statistics.median(values['program']), statistics.median(values['floor'])
+                rows.append((f'{label}, against the same-shape window',
+                             f'{mine:.1f} {unit} / {ref:.1f} {unit} = {mine / ref:.2f}x'
+                             f' (medians of {len(values["program"])} and {len(values["floor"])})'))
         if 'startup' in wanted:
             mapped, painted = measure_startup(desktop, args.app_dir, args.startup_runs)
             rows.append(('start-up to window mapped (ms)',
@@ -341,11 +401,6 @@ def main():
             rows.append(('resident memory after 10 s (MB)', '%.1f' % rss10))
             rows.append(('idle CPU per minute, shown (ms)', '%.1f (%.0f context switches)' % shown))
             rows.append(('idle CPU per minute, in tray (ms)', '%.1f (%.0f context switches)' % hidden))
-            floor = args.floor or os.path.join(args.app_dir, '..', 'bench', 'bench_floor')
-            if os.path.exists(floor):
-                cpu, switches, rss = measure_floor(desktop, floor, args.idle_seconds)
-                rows.append(('reference: bare Qt clock window', '%.1f ms CPU per minute (%.0f context switches), %.1f MB'
-                             % (cpu, switches, rss)))
         if 'onset' in wanted:
             delays, missed = measure_onsets(desktop, args.app_dir, args.trips)
             if delays:

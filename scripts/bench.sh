@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
 # Builds, then measures the real program on a private desktop and prints a
-# table: start-up, memory, idle cost (beside a bare Qt clock window for
-# reference), alarm onset, tick punctuality, memory over a long run, and the
-# time to save and reload 13 rows. Takes about an hour with the defaults.
+# table: start-up, memory and idle cost as ratios to a bare window of the
+# program's shape, the same figures on their own, alarm onset, tick
+# punctuality, memory over a long run, and the time to save and reload 13 rows. Takes about an hour with the defaults.
 #   scripts/bench.sh [--tick-minutes N] [--trips N] [--startup-runs N] [--idle-seconds N]
-#                    [--memory-minutes N] [--only startup|idle|onset|ticks|memory ...]
+#                    [--shape-runs N] [--memory-minutes N] [--only shape|startup|idle|onset|ticks|memory ...]
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source scripts/packages.sh
