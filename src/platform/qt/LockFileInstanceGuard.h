@@ -2,19 +2,24 @@
 
 #include "platform/InstanceGuard.h"
 
-#include <QLocalServer>
 #include <QLockFile>
 #include <QString>
+
+#include <memory>
+
+class QSocketNotifier;
 
 // One running copy per executable file and user, through a lock file in the
 // user's runtime folder. A lock whose owner died is taken over; a live
 // owner's lock never goes stale, however long it has been held. The owner
-// listens on a local socket beside the lock, where a later copy knocks to
-// have the window brought forward.
+// listens on a Unix socket beside the lock, where a later copy knocks to
+// have the window brought forward: a plain socket, since a knock carries no
+// data and Qt's local sockets would bring in its whole network library.
 class LockFileInstanceGuard : public InstanceGuard {
 public:
     LockFileInstanceGuard();
     explicit LockFileInstanceGuard(const QString &lockPath);
+    ~LockFileInstanceGuard() override;
 
     bool previousInstanceRunning() override;
     void askPreviousToShow() override;
@@ -31,5 +36,9 @@ private:
 
     QString m_path;
     QLockFile m_lock;
-    QLocalServer m_server;
+    void listen();
+    void answerKnocks();
+
+    int m_listener = -1;
+    std::unique_ptr<QSocketNotifier> m_knocks;
 };
