@@ -12,7 +12,7 @@ macro(install_once)
 endmacro()
 install_once()
 set(app "${prefix}/lib/quorvel-alarmclock")
-foreach(f "${app}/alarmclock" "${app}/alarmclock-sound.so" "${app}/alarmclock.mdb" "${app}/alarm.wav" "${app}/backgroundmatrix.bmp"
+foreach(f "${app}/alarmclock" "${app}/alarmclock-sound" "${app}/alarmclock.mdb" "${app}/alarm.wav" "${app}/backgroundmatrix.bmp"
           "${prefix}/bin/quorvel-alarmclock" "${prefix}/share/icons/hicolor/48x48/apps/quorvel-alarmclock.png"
           "${prefix}/share/icons/hicolor/scalable/apps/quorvel-alarmclock.svg")
     if(NOT EXISTS "${f}")

@@ -6,7 +6,7 @@
 set(ALARMCLOCK_INSTALL_APP_DIR lib/quorvel-alarmclock)
 
 install(TARGETS alarmclock RUNTIME DESTINATION ${ALARMCLOCK_INSTALL_APP_DIR})
-install(TARGETS alarmclock_sound LIBRARY DESTINATION ${ALARMCLOCK_INSTALL_APP_DIR})
+install(TARGETS alarmclock-sound RUNTIME DESTINATION ${ALARMCLOCK_INSTALL_APP_DIR})
 
 configure_file(${CMAKE_SOURCE_DIR}/cmake/InstallData.cmake.in ${CMAKE_BINARY_DIR}/InstallData.cmake @ONLY)
 install(SCRIPT ${CMAKE_BINARY_DIR}/InstallData.cmake)

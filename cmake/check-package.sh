@@ -24,7 +24,7 @@ root="$out/root"
 dpkg -x "$deb" "$root"
 app="$root/usr/lib/quorvel-alarmclock"
 for f in "$app/alarmclock" "$app/alarmclock.mdb" "$app/alarm.wav" "$app/backgroundregular.bmp" \
-         "$app/backgroundmatrix.bmp" "$app/backgroundcustom.bmp" "$app/quorvel-alarmclock-wake" "$app/alarmclock-sound.so" \
+         "$app/backgroundmatrix.bmp" "$app/backgroundcustom.bmp" "$app/quorvel-alarmclock-wake" "$app/alarmclock-sound" \
          "$root/usr/share/applications/quorvel-alarmclock.desktop" \
          "$root/usr/share/metainfo/quorvel-alarmclock.metainfo.xml" \
          "$root/usr/share/icons/hicolor/48x48/apps/quorvel-alarmclock.png" \

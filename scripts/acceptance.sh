@@ -20,7 +20,7 @@ cmake --build "$build" --target alarmclock stage_app_dir app_icons packaging_fil
 # from files exactly as a build makes them.
 stage=$(mktemp -d /tmp/alarmclock-acceptance-app.XXXXXX)
 trap 'rm -rf "$stage"' EXIT
-cp "$build/app/alarmclock" "$build/app/alarmclock-sound.so" "$stage/"
+cp "$build/app/alarmclock" "$build/app/alarmclock-sound" "$stage/"
 "$build/tools/stage_assets" "$stage" assets/schema.sql >/dev/null
 
 # The package, for the scenario that installs it as users do.

@@ -5,12 +5,12 @@
 #include "platform/qt/DesktopUrlOpener.h"
 #include "platform/qt/ExecutableDirectory.h"
 #include "platform/qt/ExitProgramEnd.h"
+#include "platform/qt/HelperSoundPlayer.h"
 #include "platform/qt/HelperWakeAlarm.h"
 #include "platform/qt/IniPreferences.h"
 #include "platform/qt/LinuxWallTimer.h"
 #include "platform/qt/LockFileInstanceGuard.h"
 #include "platform/qt/LogindSleepMonitor.h"
-#include "platform/qt/ModuleSoundPlayer.h"
 #include "platform/qt/QtColourPicker.h"
 #include "platform/qt/QtFileSystem.h"
 #include "platform/qt/QtInputBox.h"
@@ -26,6 +26,7 @@
 #include <QPixmapCache>
 
 #include <algorithm>
+#include <chrono>
 #include <string>
 #include <vector>
 
@@ -72,7 +73,10 @@ int main(int argc, char *argv[])
 
     QtMessageBox messages;
     QtInputBox input;
-    ModuleSoundPlayer sound(QCoreApplication::applicationDirPath() + QStringLiteral("/alarmclock-sound.so"));
+    // Kept past a play long enough to bridge the 15 s between an alarm's
+    // plays, and past a prepare long enough for the alarm it announced.
+    HelperSoundPlayer sound(QCoreApplication::applicationDirPath() + QStringLiteral("/alarmclock-sound"),
+                            std::chrono::seconds(20), std::chrono::seconds(90));
     QtTrayIcon tray(icon);
     DesktopUrlOpener browser;
     QtColourPicker colours;

@@ -142,8 +142,10 @@ QImage drawAppIcon(int size)
 
 QIcon makeAppIcon()
 {
+    // The program's resources hold the build's PNGs; QIcon reads each only
+    // when a size is first asked for.
     QIcon icon;
     for (const int size : {16, 22, 24, 32, 48, 64, 128})
-        icon.addPixmap(QPixmap::fromImage(drawAppIcon(size)));
+        icon.addFile(QStringLiteral(":/icons/%1.png").arg(size), QSize(size, size));
     return icon;
 }

@@ -9,5 +9,6 @@
 // One square rendering with a transparent background.
 QImage drawAppIcon(int size);
 
-// The icon at the sizes desktops and trays ask for.
+// The icon at the sizes desktops and trays ask for, from the PNGs the build
+// drew with drawAppIcon() and linked into the program as resources.
 QIcon makeAppIcon();

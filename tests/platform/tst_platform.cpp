@@ -6,7 +6,7 @@
 #include "platform/qt/ExecutableDirectory.h"
 #include "platform/qt/LinuxWallTimer.h"
 #include "platform/qt/LockFileInstanceGuard.h"
-#include "platform/qt/ModuleSoundPlayer.h"
+#include "platform/qt/HelperSoundPlayer.h"
 #include "platform/qt/PulseSoundPlayer.h"
 #include "platform/qt/QtColourPicker.h"
 #include "platform/qt/QtFileSystem.h"
@@ -25,6 +25,7 @@
 #include <QMessageBox>
 #include <QtTest>
 
+#include <csignal>
 #include <cstdio>
 #include <ctime>
 #include <sys/resource.h>
@@ -421,26 +422,46 @@ private slots:
         QCOMPARE(play.found, name.endsWith(".wav") && name != "fifo.wav" && name != "header.wav" && name != "gone.wav");
     }
 
-    // The sound stack is loaded off this thread when a sound is near: a play asked for meanwhile
-    // starts once it is in, and a stop silences it too. Without the module a play ends, never hangs.
-    void theSoundModuleLoadsWhenASoundIsNear()
+    // The sound stack runs in a helper started when a sound is near: plays asked for meanwhile
+    // start once it is up, a stop silences them too, and it ends once idle. Without the helper, or
+    // when it dies mid-play, a play ends, never hangs, and the next one starts a new helper.
+    void theSoundHelperRunsOnlyWhileASoundIsNear()
     {
-        for (const QString &module : {QStringLiteral(SOUND_MODULE), tmpPath("gone.so")}) {
-            ModuleSoundPlayer player(module);
+        using namespace std::chrono_literals;
+        const auto helpers = [] { // this test's children that are sound helpers
+            QList<pid_t> found;
+            for (const QString &pid : QDir("/proc").entryList({"[0-9]*"})) {
+                QFile stat("/proc/" + pid + "/stat");
+                const QList<QByteArray> f = stat.open(QIODevice::ReadOnly) ? stat.readAll().split(' ') : QList<QByteArray>();
+                if (f.size() > 3 && f[1] == "(alarmclock-soun)" && f[3].toLongLong() == QCoreApplication::applicationPid())
+                    found.append(pid.toInt());
+            }
+            return found;
+        };
+        QVERIFY(QFile::copy(tmpPath("short.wav"), tmpPath("a b%\n.wav")));
+        for (const QString &helper : {QStringLiteral(SOUND_HELPER), tmpPath("gone")}) {
+            HelperSoundPlayer player(helper, 300ms, 300ms);
             std::optional<bool> first, second, third;
-            player.prepare(tmpPath("short.wav"), QString());
-            player.play(tmpPath("short.wav"), QString(), [&](bool found) { first = found; });
+            player.prepare(tmpPath("a b%\n.wav"), QString());
+            player.play(tmpPath("a b%\n.wav"), QString(), [&](bool found) { first = found; });
             player.play(tmpPath("long.wav"), QString(), [&](bool found) { second = found; });
             player.stop();
-            player.play(tmpPath("short.wav"), QString(), [&](bool found) { third = found; });
+            player.play(tmpPath("nothing.wav"), QString(), [&](bool found) { third = found; });
             QVERIFY(!first && !second && !third); // never reported before the caller goes on
             QTRY_VERIFY_WITH_TIMEOUT(first && second && third, 5000);
-            QCOMPARE(QList<bool>({*first, *second, *third}), QList<bool>({true, true, module == SOUND_MODULE}));
+            QCOMPARE(QList<bool>({*first, *second, *third}), QList<bool>({helper == SOUND_HELPER, helper == SOUND_HELPER, false}));
+            QTRY_VERIFY_WITH_TIMEOUT(helpers().isEmpty(), 3000);
         }
-        ModuleSoundPlayer unprepared(SOUND_MODULE); // a sound test: its play alone loads the module
-        std::optional<bool> found;
-        unprepared.play(tmpPath("short.wav"), QString(), [&](bool f) { found = f; });
-        QTRY_VERIFY_WITH_TIMEOUT(found.value_or(false), 5000);
+        HelperSoundPlayer player(SOUND_HELPER, 300ms, 300ms);
+        std::optional<bool> killed, next;
+        player.play(tmpPath("long.wav"), QString(), [&](bool found) { killed = found; });
+        QTest::qWait(1000); // a play outlasts the helper's idle time
+        QCOMPARE(helpers().size(), 1);
+        ::kill(helpers().front(), SIGKILL);
+        QTRY_VERIFY_WITH_TIMEOUT(killed.value_or(false), 3000);
+        player.play(tmpPath("short.wav"), QString(), [&](bool found) { next = found; });
+        QTRY_VERIFY_WITH_TIMEOUT(next.value_or(false), 5000);
+        QTRY_VERIFY_WITH_TIMEOUT(helpers().isEmpty(), 3000);
     }
 
     // The player's end stops every play, and waits for no audio server.

@@ -1,6 +1,5 @@
 #include "platform/qt/PulseSoundPlayer.h"
 
-#include <QApplication>
 #include <QFile>
 
 #include <pulse/context.h>
@@ -137,6 +136,7 @@ struct PulseSoundPlayer::Playback : std::enable_shared_from_this<Playback> {
     QString path;
     QString fallback;
     QByteArray streamName;
+    bool toneOnly = false;
     std::thread worker;
     std::atomic<bool> cancel{false};
     // Window thread only: what to tell when the play has ended.
@@ -264,6 +264,10 @@ private:
     Source open(bool &found)
     {
         Source source;
+        if (toneOnly) {
+            source.makeTone();
+            return source;
+        }
         found = source.open(encodedPath);
         if (!found && !encodedFallback.isEmpty() && (encodedFallback == encodedPath || !source.open(encodedFallback)))
             source.makeTone();
@@ -372,7 +376,7 @@ PulseSoundPlayer::~PulseSoundPlayer()
 }
 
 std::shared_ptr<PulseSoundPlayer::Playback> PulseSoundPlayer::start(const QString &path, const QString &fallback,
-                                                                    bool prepared)
+                                                                    bool prepared, bool toneOnly)
 {
     auto playback = std::make_shared<Playback>();
     playback->path = path;
@@ -381,6 +385,7 @@ std::shared_ptr<PulseSoundPlayer::Playback> PulseSoundPlayer::start(const QStrin
     playback->encodedFallback = QFile::encodeName(fallback);
     playback->streamName = path.section(QLatin1Char('/'), -1).toUtf8();
     playback->owner = this;
+    playback->toneOnly = toneOnly;
     // m_playbacks keeps the state until the worker has been joined.
     m_playbacks.push_back(playback);
     playback->worker = std::thread([playback, prepared] { playback->run(prepared); });
@@ -439,5 +444,7 @@ void PulseSoundPlayer::stop()
 
 void PulseSoundPlayer::beep()
 {
-    QApplication::beep();
+    // The pips, as for a sound that cannot be played: this player has no
+    // display to ring the bell of.
+    start(QString(), QString(), false, true);
 }

@@ -36,6 +36,6 @@ private:
     // The one prepared play, waiting for play() of its path.
     std::shared_ptr<Playback> m_prepared;
 
-    std::shared_ptr<Playback> start(const QString &path, const QString &fallback, bool prepared);
+    std::shared_ptr<Playback> start(const QString &path, const QString &fallback, bool prepared, bool toneOnly = false);
     void finished(const std::shared_ptr<Playback> &playback);
 };
