@@ -65,10 +65,14 @@ def percentile(values, p):
     return ordered[k]
 
 
+# Every fresh folder lives below one that goes when the bench ends.
+FOLDERS = tempfile.TemporaryDirectory(prefix='alarmclock-bench-')
+
+
 def prepare_folder(staged, rows=(), times=1):
     """A fresh application folder; rows are (date or None, 'hh:nn', text)."""
     import sqlite3
-    folder = ui.fresh_copy(staged, tempfile.mkdtemp(prefix='alarmclock-bench-'))
+    folder = ui.fresh_copy(staged, tempfile.mkdtemp(dir=FOLDERS.name))
     with sqlite3.connect(os.path.join(folder, 'alarmclock.mdb')) as db:
         db.execute('UPDATE tblprogramsetting SET intSoundAlarmTimes = ?', (times,))
         db.executemany('INSERT INTO tblalarmclock (dtalarmclockmmmddyyyy, dtalarmclockhhnn, stralarmclock) '
@@ -205,11 +209,16 @@ def measure_shape(desktop, staged, floor_exe, runs, memory_runs, idle_seconds):
     starts = {'program': [], 'floor': []}
     memory = {'program': [], 'floor': []}
     idle = {'program': [], 'floor': []}
-    makers = {'program': lambda: launch(desktop, prepare_folder(staged)),
-              'floor': lambda: launch_floor(desktop, floor_exe)}
+    def starter(name):
+        # The program's fresh folder is copied before the clock starts.
+        if name == 'program':
+            folder = prepare_folder(staged)
+            return lambda: launch(desktop, folder)
+        return lambda: launch_floor(desktop, floor_exe)
+
     for run in range(runs):
         for name in ('program', 'floor') if run % 2 == 0 else ('floor', 'program'):
-            ms, proc = time_to_map(desktop, makers[name])
+            ms, proc = time_to_map(desktop, starter(name))
             if ms is not None:
                 starts[name].append(ms)
             if run < memory_runs:
