@@ -17,8 +17,8 @@ class QProcess;
 // the minute before an alarm, or at the first play nobody prepared (a sound
 // test), which starts as soon as the helper is up. It ends once it has been
 // idle for a while, so a program that rings once a day holds no sound stack
-// for the rest of it. Nothing here waits: commands and reports go through
-// pipes and the event loop.
+// for the rest of it. Nothing here waits: a command is written to the
+// helper's input when it is given, and reports come through the event loop.
 class HelperSoundPlayer : public QObject, public SoundPlayer {
     Q_OBJECT
 public:
@@ -36,17 +36,20 @@ public:
     void prepare(const QString &path, const QString &fallback) override;
 
 private:
+    void startHelper();
     // Hands a command to the helper, starting one if none runs.
-    void send(const QByteArray &line);
+    void send(const QByteArray &command);
     void report(const QByteArray &line);
     // A helper gone or never started: each play it owed ends.
     void lost(QProcess *helper, bool started);
+    void endAll(bool found);
     void keepFor(std::chrono::milliseconds time);
     void retireIfIdle();
 
     const QString m_helperPath;
     const std::chrono::milliseconds m_afterPlay, m_afterPrepare;
     QProcess *m_helper = nullptr;
+    int m_input = -1; // the write end of the helper's input
     std::map<quint64, Ended> m_playing;
     quint64 m_lastId = 0;
     QTimer m_linger;
