@@ -454,6 +454,7 @@ private slots:
         }
         HelperSoundPlayer player(SOUND_HELPER, 300ms, 300ms);
         std::optional<bool> killed, next;
+        player.prepare(tmpPath("long.wav"), QString());
         player.play(tmpPath("long.wav"), QString(), [&](bool found) { killed = found; });
         QTest::qWait(1000); // a play outlasts the helper's idle time
         QCOMPARE(helpers().size(), 1);
