@@ -25,7 +25,13 @@ def installed_package(ctx):
     if subprocess.run(['id', TESTER], capture_output=True).returncode != 0:
         subprocess.run(['useradd', '-m', TESTER], check=True, capture_output=True)
     home = os.path.expanduser(f'~{TESTER}')
-    subprocess.run(['apt-get', 'install', '-y', '-qq', '--no-install-recommends', ctx.deb], check=True, capture_output=True, env=APT)
+    # The machine is shared: an install someone else broke off leaves dpkg
+    # "interrupted" and apt refuses everything, and an earlier build of the
+    # same version must not stand in for this one.
+    subprocess.run(['dpkg', '--configure', '-a'], capture_output=True, env=APT)
+    apt = subprocess.run(['apt-get', 'install', '-y', '-qq', '--no-install-recommends', '--reinstall',
+                          '-o', 'DPkg::Lock::Timeout=60', ctx.deb], capture_output=True, text=True, env=APT)
+    check(apt.returncode == 0, f'apt-get could not install the package: {apt.stderr.strip() or apt.stdout.strip()}')
     proc = None
     try:
         own = os.path.join(home, '.local/share/quorvel-alarmclock/alarmclock.mdb')
@@ -69,7 +75,7 @@ def installed_package(ctx):
     finally:
         if proc:
             stop_pids(list(descendants([proc.pid])) + [proc.pid])
-        subprocess.run(['apt-get', 'remove', '-y', '-qq', 'quorvel-alarmclock'], capture_output=True, env=APT)
+        subprocess.run(['apt-get', 'remove', '-y', '-qq', '-o', 'DPkg::Lock::Timeout=60', 'quorvel-alarmclock'], capture_output=True, env=APT)
 
 
 SCENARIOS = [
